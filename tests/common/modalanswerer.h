@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QMessageBox>
+
+#include <functional>
+
+// Answers the modal boxes and dialogs that a call under test opens.
+// Arm it with one answer per expected modal widget *before* the call; a timer
+// finds QApplication::activeModalWidget(), records what it shows and gives
+// the next answer. After the call the test asserts on seen().
+class ModalAnswerer : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(ModalAnswerer)
+
+public:
+    struct Seen
+    {
+        QString className;  // e.g. "QMessageBox", "QFileDialog", "DialogNew"
+        QString title;      // window title
+        QString text;       // message text of a box; empty for other dialogs
+        QString directory;  // start directory of a file dialog
+        QStringList nameFilters; // filters of a file dialog
+        int buttons = 0;    // standard buttons of a box
+        int defaultButton = 0;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+    };
+    using Handler = std::function<void(QWidget *)>;
+
+    explicit ModalAnswerer(QObject *parent = nullptr);
+    ~ModalAnswerer() override;
+
+    // Presses a standard button of the next message box.
+    void pressButton(QMessageBox::StandardButton button);
+    // Accepts the next file dialog with this file name (a path).
+    void chooseFile(const QString &path);
+    // Rejects the next dialog of any kind (Escape on a box, Cancel on a dialog).
+    void cancel();
+    // Hands the next modal widget to a function of the test.
+    void handleWith(Handler handler);
+
+    const QList<Seen> &seen() const { return _seen; }
+    int pending() const { return _handlers.size(); }
+    // Answers still queued when the test ends are a test bug.
+    bool allAnswered() const { return _handlers.isEmpty(); }
+
+    static Seen describe(QWidget *modal);
+
+private:
+    void _poll();
+
+    QTimer _timer;
+    QList<Handler> _handlers;
+    QList<Seen> _seen;
+    QPointer<QWidget> _last;
+};
