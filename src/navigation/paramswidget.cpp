@@ -1,1 +1,66 @@
+#include "navigation/paramswidget.h"
 
+#include "navigation/paramsarea.h"
+
+#include <QScrollArea>
+
+ParamsWidget::ParamsWidget(QWidget *parent) : QStackedWidget(parent)
+{
+    _setup();
+    _init();
+}
+
+void ParamsWidget::setAreas(QMap<QModelIndex, ParamsArea *> *areas)
+{
+    _areas = areas;
+    for (ParamsArea *page : qAsConst(*_areas)) {
+        if (page)
+            addWidget(page);
+    }
+}
+
+void ParamsWidget::activeteArea(const QModelIndex &index)
+{
+    ParamsArea *page = getAreaPtr(index);
+    if (page)
+        setCurrentWidget(page);
+    else
+        activeteEmptyArea();
+}
+
+void ParamsWidget::activeteEmptyArea() { setCurrentWidget(_emptyArea); }
+
+void ParamsWidget::activeteSearchArea()
+{
+    if (_searchArea)
+        setCurrentWidget(_searchArea);
+}
+
+void ParamsWidget::setNewSearchArea(ParamsArea *area)
+{
+    // The replaced page is not deleted: it stays a hidden child of the stack,
+    // with its editors, for as long as the stack lives.
+    if (_searchArea)
+        removeWidget(_searchArea);
+    _searchArea = area;
+    addWidget(area);
+}
+
+ParamsArea *ParamsWidget::getAreaPtr(const QModelIndex &index) const
+{
+    return _areas ? _areas->value(index, nullptr) : nullptr;
+}
+
+void ParamsWidget::_setup()
+{
+    _emptyArea = nullptr;
+    _searchArea = nullptr;
+    _areas = nullptr;
+}
+
+void ParamsWidget::_init()
+{
+    _emptyArea = new QScrollArea(this);
+    addWidget(_emptyArea);
+    activeteEmptyArea();
+}
