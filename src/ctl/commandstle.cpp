@@ -1,0 +1,63 @@
+// tle-check: a file of element sets.
+#include "ctl/arguments.h"
+#include "ctl/commands.h"
+#include "ctl/console.h"
+#include "ctl/tlereport.h"
+#include "tle/checkertle.h"
+
+#include <QDateTime>
+
+namespace {
+
+// The moment at which ages are counted: now, or the UTC date given with --at.
+bool _now(Arguments const &args, std::int64_t &nowMs)
+{
+    if (!args.isSet("--at")) {
+        nowMs = QDateTime::currentMSecsSinceEpoch();
+        return true;
+    }
+    QString const text = QString::fromUtf8(args.value("--at").c_str());
+    QDateTime at = QDateTime::fromString(text, Qt::ISODate);
+    if (!at.isValid()) {
+        Console::message("--at takes a date such as 2024-06-01 or 2024-06-01T12:00:00, not "
+            + args.value("--at"));
+        return false;
+    }
+    // A date without a zone is a UTC date, as the epochs are.
+    if (at.timeSpec() == Qt::LocalTime)
+        at.setTimeSpec(Qt::UTC);
+    nowMs = at.toMSecsSinceEpoch();
+    return true;
+}
+
+} // namespace
+
+int runTleCheck(Arguments const &args)
+{
+    std::int64_t nowMs = 0;
+    if (!_now(args, nowMs))
+        return Console::Failure;
+    std::vector<std::string> messages;
+    std::string text;
+    if (CheckerTLE::LoadFromFile(messages, text, args.positional()[0]) != 0) {
+        Console::lines(messages);
+        return Console::Failure;
+    }
+    std::vector<CheckerTLE::TLE> tles;
+    int const status = CheckerTLE::parseTLEs(messages, tles, text);
+    Console::lines(messages);
+    if (status == Console::Failure)
+        return Console::Failure;
+
+    if (args.isSet("--report")) {
+        for (std::string const &row : tleReport(tles, nowMs))
+            Console::print(row);
+        return status;
+    }
+    std::vector<std::string> unused;
+    std::string normal;
+    CheckerTLE::TLEs2text(unused, normal, tles, false);
+    if (!normal.empty())
+        Console::print(normal);
+    return status;
+}

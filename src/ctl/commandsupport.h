@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ctl/configtree.h"
+
+#include <string>
+
+class Arguments;
+
+// The schema of a command: the one named with --schema, else the one beside
+// the executable.
+SchemaLocation locationOf(Arguments const &args);
+
+// Builds `tree` from the schema; a refusal is printed. 0 or 2.
+int openSchema(ConfigTree &tree, SchemaLocation const &location);
+
+// Builds `tree` and lays the configuration over it; the engine's remarks are
+// printed. 0, 1 (some parameters not in the file) or 2.
+int openConfig(ConfigTree &tree, SchemaLocation const &location, std::string const &configPath);
+
+// Lays a further file over an open tree, such as a service's default; the
+// engine's remarks are printed under `what`. 0, 1 or 2.
+int overlay(ConfigTree &tree, std::string const &path, std::string const &what);
+
+// Tests the version and the service of the values in the tree as the desktop
+// program tests a file just loaded; a refusal is printed with the program's
+// text. True when both pass.
+bool checkVersionAndService(ConfigTree const &tree, std::string const &configPath);
+
+// Writes the tree over `path`; a failure is printed. 0, 1 or 2.
+int writeTree(ConfigTree const &tree, std::string const &path);
+
+// The items joined by ", ", for messages.
+std::string joined(std::vector<std::string> const &items);

@@ -1,0 +1,207 @@
+// orvexctl: the command-line companion of Orvex Config Manager.
+#include "ctl/arguments.h"
+#include "ctl/commands.h"
+#include "ctl/console.h"
+
+#include <QCoreApplication>
+#include <QTextCodec>
+
+#include <iostream>
+
+namespace {
+
+struct Command
+{
+    char const *name;
+    char const *synopsis;
+    char const *summary;
+    char const *details;
+    std::vector<OptionInfo> options;
+    std::size_t minArgs;
+    std::size_t maxArgs;
+    int (*run)(Arguments const &);
+};
+
+OptionInfo const _helpOption { "--help", "-h", false };
+OptionInfo const _schemaOption { "--schema", "", true };
+
+char const *const _schemaText
+    = "  --schema SCHEMA  the schema to use; the default configurations are\n"
+      "                   looked up beside it (default: orvex/default/\n"
+      "                   schema-userconf.xsd beside this program)\n";
+
+char const *const _rewriteText
+    = "The file is written from the schema's parameters, as the desktop program\n"
+      "saves it: elements that the schema doesn't declare are not kept.\n";
+
+std::vector<Command> const &_commands()
+{
+    static std::size_t const many = static_cast<std::size_t>(-1);
+    static std::vector<Command> const commands = {
+        { "check-schema", "check-schema [SCHEMA]",
+            "check a schema and print its parameters as an outline",
+            "Validates SCHEMA as an XML Schema, builds the parameters from it as the\n"
+            "program does, and prints them as an indented outline: sections end in\n"
+            "\"/\", parameters give their type, what they allow, unit, display name,\n"
+            "importance, visibility and services. Remarks on standard error tell what\n"
+            "the program will read otherwise than written: declarations that make no\n"
+            "parameter, unknown type names, missing or incomplete default\n"
+            "configurations, and the like.\n",
+            { _helpOption }, 0, 1, runCheckSchema },
+        { "validate", "validate CONFIG [--schema SCHEMA]",
+            "validate a configuration file against the schema",
+            "Validates CONFIG against the schema. On failure the validator's location\n"
+            "line and the line of the file it points to go to standard error.\n",
+            { _helpOption, _schemaOption }, 1, 1, runValidate },
+        { "list", "list CONFIG [--schema SCHEMA]", "print every parameter as path = value",
+            "Prints one line per value, \"path/to/key = value\", in schema order: a list\n"
+            "one line per item, \"key[0] = item\", a TLE list one line per line of each\n"
+            "set, \"key[0]/Line1 = ...\", and a list without items its bare key with an\n"
+            "empty value. Parameters that CONFIG lacks are told on standard error and\n"
+            "listed with an empty value.\n",
+            { _helpOption, _schemaOption }, 1, 1, runList },
+        { "get", "get CONFIG PATH [--schema SCHEMA]", "print one value",
+            "Prints the value at PATH, written as \"list\" writes it: a parameter, a\n"
+            "section (all lines below it), a list (one item a line), \"key[N]\" for one\n"
+            "item or set, \"key[N]/Line1\" for one line of a set. A TLE list prints\n"
+            "its sets as text.\n",
+            { _helpOption, _schemaOption }, 2, 2, runGet },
+        { "set", "set CONFIG PATH VALUE... [--schema SCHEMA]", "change one value",
+            "Sets the value at PATH and writes CONFIG. A value that the schema\n"
+            "doesn't allow is refused with what it allows, and CONFIG is left as it\n"
+            "was. A list takes its items as separate VALUEs (none for an empty list);\n"
+            "\"key[N]\" replaces item N, and N equal to the count appends one. A TLE\n"
+            "list takes the text of its sets as one VALUE, \"key[N]/Line1\" one line.\n"
+            "Put \"--\" in front of values that begin with \"-\" and aren't numbers.\n",
+            { _helpOption, _schemaOption }, 2, many, runSet },
+        { "new", "new SERVICE OUT [--force] [--schema SCHEMA]",
+            "create a configuration from a service's default",
+            "Writes OUT as a new configuration of SERVICE, made from the service's\n"
+            "default configuration <service>-default.conf, as the desktop program's\n"
+            "New followed by Save As. An existing OUT is only replaced with --force.\n",
+            { _helpOption, _schemaOption, { "--force", "-f", false } }, 2, 2, runNew },
+        { "update", "update CONFIG [-o OUT] [--schema SCHEMA]",
+            "bring a configuration up to the newest version",
+            "Brings a configuration of an older supported version up to the newest:\n"
+            "the default configuration of its service is read, CONFIG laid over it,\n"
+            "and the version set to the newest listed one. The result is written to\n"
+            "OUT, or over CONFIG with a copy of the old file kept as CONFIG.bak. A\n"
+            "report tells the values kept from the old file, the parameters filled\n"
+            "from the default, the values that the schema refuses now (the default\n"
+            "stays), and the elements that the schema no longer declares (dropped).\n"
+            "A file at the newest version is left alone.\n",
+            { _helpOption, _schemaOption, { "--output", "-o", true } }, 1, 1, runUpdate },
+        { "diff", "diff CONFIG [--schema SCHEMA]",
+            "print the values that differ from the service's default",
+            "Prints the values of CONFIG that differ from the default configuration of\n"
+            "its service, \"path = value  # default: value\"; an item or a line that\n"
+            "one side lacks stands against \"(none)\".\n",
+            { _helpOption, _schemaOption }, 1, 1, runDiff },
+        { "tle-check", "tle-check FILE [--report [--at DATE]]", "check a file of TLE sets",
+            "Reads the element sets of FILE as the TLE editor does. Its messages go to\n"
+            "standard error, the good sets in their normal form to standard output.\n"
+            "With --report a table of the good sets instead: catalog number, epoch,\n"
+            "its age in days, inclination and mean motion. --at DATE counts the ages\n"
+            "at DATE (UTC) instead of now.\n",
+            { _helpOption, { "--report", "", false }, { "--at", "", true } }, 1, 1, runTleCheck },
+    };
+    return commands;
+}
+
+std::string _usage()
+{
+    std::string text
+        = "Usage: orvexctl COMMAND [ARGUMENTS]\n"
+          "\n"
+          "The command-line companion of Orvex Config Manager: checks schemas, reads,\n"
+          "changes, creates and updates configuration files, and checks TLE files.\n"
+          "\n"
+          "Commands:\n";
+    for (Command const &command : _commands()) {
+        std::string synopsis = command.synopsis;
+        synopsis.resize(std::max<std::size_t>(synopsis.size(), 44), ' ');
+        text += "  " + synopsis + "  " + command.summary + "\n";
+    }
+    text += "\n"
+            "The schema and the default configurations are those in orvex/default\n"
+            "beside this program unless --schema names another schema.\n"
+            "Exit status: 0 success, 1 done with remarks, 2 failure.\n"
+            "\"orvexctl COMMAND --help\" tells more of one command.\n";
+    return text;
+}
+
+std::string _help(Command const &command)
+{
+    std::string text
+        = std::string("Usage: orvexctl ") + command.synopsis + "\n\n" + command.details;
+    bool const takesSchema = command.options.size() > 1 && command.options[1].name == "--schema";
+    if (takesSchema)
+        text += "\n" + std::string(_schemaText);
+    if (command.run == runSet)
+        text += "\n" + std::string(_rewriteText);
+    text += "\nExit status: 0 success, 1 done with remarks, 2 failure.\n";
+    return text;
+}
+
+Command const *_find(std::string const &name)
+{
+    for (Command const &command : _commands())
+        if (name == command.name)
+            return &command;
+    return nullptr;
+}
+
+int _run(Command const &command, std::vector<std::string> const &rest)
+{
+    Arguments args;
+    std::string error;
+    if (!args.parse(rest, command.options, error)) {
+        Console::message(std::string(command.name) + ": " + error);
+        std::cerr << "Usage: orvexctl " << command.synopsis << '\n';
+        return Console::Failure;
+    }
+    if (args.isSet("--help")) {
+        std::cout << _help(command);
+        return Console::Ok;
+    }
+    std::size_t const count = args.positional().size();
+    if (count < command.minArgs || count > command.maxArgs) {
+        Console::message(std::string(command.name) + ": wrong number of arguments");
+        std::cerr << "Usage: orvexctl " << command.synopsis << '\n';
+        return Console::Failure;
+    }
+    return command.run(args);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    // The writer prints through the locale's codec while the file declares
+    // UTF-8; under a locale of another charset that would garble non-ASCII values.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+
+    // The bytes of argv, not QCoreApplication::arguments(): values reach the
+    // files as the shell gave them.
+    std::vector<std::string> const args(argv + 1, argv + argc);
+    if (args.empty()) {
+        std::cerr << _usage();
+        return Console::Failure;
+    }
+    if (args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
+        std::cout << _usage();
+        return Console::Ok;
+    }
+    if (args[0] == "--version") {
+        std::cout << "orvexctl " << ORVEX_VERSION << '\n';
+        return Console::Ok;
+    }
+    Command const *command = _find(args[0]);
+    if (!command) {
+        Console::message("unknown command " + args[0]);
+        std::cerr << _usage();
+        return Console::Failure;
+    }
+    return _run(*command, std::vector<std::string>(args.begin() + 1, args.end()));
+}
