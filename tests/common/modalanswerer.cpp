@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -55,13 +57,18 @@ void ModalAnswerer::chooseFile(const QString &path)
 {
     handleWith([path](QWidget *w) {
         auto *fd = qobject_cast<QFileDialog *>(w);
-        if (!fd) {
+        // selectFile() leaves the name field alone once it has focus, so the
+        // name is typed into the field itself, whenever the answer comes.
+        auto *nameEdit = fd ? fd->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
+        if (!nameEdit) {
             qWarning("ModalAnswerer: expected a file dialog, got %s", w->metaObject()->className());
             if (auto *d = qobject_cast<QDialog *>(w))
                 d->reject();
             return;
         }
-        fd->selectFile(path);
+        const QFileInfo info(path);
+        fd->setDirectory(info.absolutePath());
+        nameEdit->setText(info.fileName());
         // accept() of a save dialog may ask about overwriting; the test
         // chooses paths where that question does not arise.
         static_cast<QDialog *>(fd)->accept(); // QFileDialog::accept is protected
