@@ -3,10 +3,11 @@
 # saves PNG pictures of the main window: the first page, then the pages of
 # some sections, chosen with the keyboard in the section tree.
 #
-#   scripts/screenshot.sh [OUTDIR] [CONFIG] [ROW...]
+#   scripts/screenshot.sh [OUTDIR] [CONFIG] [NAME:ROW...]
 #
 # OUTDIR defaults to docs/screenshots, CONFIG to the tracking service's default
-# configuration; each ROW is the number of the tree row (0 = first) to show.
+# configuration; each NAME:ROW saves the page of tree row ROW (0 = first) as
+# NAME.png. Without any, the pages used in the documentation are taken.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh xvfb xauth x11-apps imagemagick xdotool
@@ -16,7 +17,11 @@ cmake --build build -j"$(nproc)" --target orvex-config-manager >/dev/null
 out=${1:-docs/screenshots}
 config=${2:-data/orvex/default/tracking-default.conf}
 shift $(( $# > 2 ? 2 : $# )) || true
-rows=("$@")
+pages=("$@")
+if [ ${#pages[@]} -eq 0 ]; then
+  pages=(page-numbers:2 page-contact:4 page-paths:5 page-camera:6 page-header-keys:8
+         page-tracking:9 page-tle:10 page-archive:11)
+fi
 mkdir -p "$out"
 
 work=$(mktemp -d)
@@ -39,10 +44,12 @@ shot "$out/main-window.png"
 
 # The tree sits below the search box at the window's left; a click on its
 # first row, then Down and Return (activated) choose the other rows.
-for row in "${rows[@]}"; do
+for page in "${pages[@]}"; do
+  name=${page%%:*}
+  row=${page##*:}
   xdotool mousemove --window "$wid" 60 80 click 1
   for _ in $(seq "$row"); do xdotool key --window "$wid" Down; done
   xdotool key --window "$wid" Return
   sleep 0.5
-  shot "$out/page-$row.png"
+  shot "$out/$name.png"
 done
