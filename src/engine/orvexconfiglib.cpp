@@ -594,20 +594,31 @@ int loadXML_knStruct(std::vector<std::string> &errors, ParameterComplex *&root, 
     return _rec_loadParameters_knStruct(errors, root, documentElement);
 }
 
+// A null child or one without a key is reported and left out, by the loader
+// and the writer alike; otherwise `key` receives the child's key.
+static bool _usableChild(std::vector<std::string> &errors, ParameterComplex const *node,
+                         Parameter const *child, std::string &key)
+{
+    if (!child) {
+        errors.push_back("Some child in the node " + _hierarchy(node) + " is nullptr");
+        return false;
+    }
+    key = child->getParameterKey();
+    if (key.empty()) {
+        errors.push_back("Some child in the node " + _hierarchy(node) + " has empty key");
+        return false;
+    }
+    return true;
+}
+
 int _rec_loadParameters_knStruct(std::vector<std::string> &errors, ParameterComplex *node,
                                  QDomElement const &element)
 {
     int status = 0;
     FirstChildElements elements(element);
     for (Parameter *const child : node->getChildrenPtrs()) {
-        if (!child) {
-            errors.push_back("Some child in the node " + _hierarchy(node) + " is nullptr");
-            status = 1;
-            continue;
-        }
-        std::string const key = child->getParameterKey();
-        if (key.empty()) {
-            errors.push_back("Some child in the node " + _hierarchy(node) + " has empty key");
+        std::string key;
+        if (!_usableChild(errors, node, child, key)) {
             status = 1;
             continue;
         }
@@ -677,14 +688,8 @@ int _rec_createElements(std::vector<std::string> &errors, QDomElement &element, 
 {
     int status = 0;
     for (Parameter const *const child : node->getChildrenPtrs()) {
-        if (!child) {
-            errors.push_back("Some child in the node " + _hierarchy(node) + " is nullptr");
-            status = 1;
-            continue;
-        }
-        std::string const key = child->getParameterKey();
-        if (key.empty()) {
-            errors.push_back("Some child in the node " + _hierarchy(node) + " has empty key");
+        std::string key;
+        if (!_usableChild(errors, node, child, key)) {
             status = 1;
             continue;
         }
