@@ -44,16 +44,14 @@ void _rec_leafPaths(const ParameterComplex *node, const QString &prefix, QString
 
 } // namespace
 
-class TestManagerOpen : public QObject
+class TestManagerOpen : public ManagerFixture
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
+public:
+    TestManagerOpen() : ManagerFixture(false) {}
 
+private slots:
     void openingNewestVersionShowsNoBox();
     void openDialogCancelledChangesNothing();
     void refusedFileLeavesOldPathInTitleWithWidgetsDisabled_data();
@@ -83,40 +81,7 @@ private:
     // Opens a copy of alpha-old.conf, confirming the warning; returns its path.
     QString _openOld(Modals &modals);
 
-    QTemporaryDir *_dir = nullptr;
-    std::unique_ptr<Manager> _manager;
-    std::unique_ptr<Window> _window;
 };
-
-void TestManagerOpen::initTestCase()
-{
-    QApplication::setQuitOnLastWindowClosed(false);
-    QVERIFY(installFixtureDefaults());
-}
-
-void TestManagerOpen::init()
-{
-    _dir = new QTemporaryDir;
-    QVERIFY(_dir->isValid());
-    Modals modals;
-    _manager = makeManager();
-    _window = std::make_unique<Window>(_manager.get());
-    VERIFY_MODALS_DONE(modals);
-}
-
-void TestManagerOpen::cleanup()
-{
-    _window.reset();
-    _manager.reset();
-    delete _dir;
-    _dir = nullptr;
-    QVERIFY(installFixtureDefaults());
-}
-
-void TestManagerOpen::cleanupTestCase()
-{
-    QVERIFY(installShippedDefaults());
-}
 
 void TestManagerOpen::_open(Modals &modals, const QString &path)
 {

@@ -31,20 +31,18 @@ QStringList _files(const QString &dir)
 
 } // namespace
 
-class TestManagerSave : public QObject
+class TestManagerSave : public ManagerFixture
 {
     Q_OBJECT
+
+public:
+    TestManagerSave() : ManagerFixture(true) {}
 
 public:
     enum Command { Open, New, Close, Quit, CloseWindow };
     Q_ENUM(Command)
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
-
     void saveOfUntouchedConfigurationRewritesFileSilently();
     void saveFailureKeepsMark();
     void saveOfNewConfigurationWithDialogCancelledChangesNothing();
@@ -62,40 +60,7 @@ private:
     // the file); returns the copy's path.
     QString _openAndEdit(const QString &dir);
 
-    QTemporaryDir *_dir = nullptr;
-    std::unique_ptr<Manager> _manager;
-    std::unique_ptr<Window> _window;
 };
-
-void TestManagerSave::initTestCase()
-{
-    QApplication::setQuitOnLastWindowClosed(false);
-    QVERIFY(installFixtureDefaults());
-}
-
-void TestManagerSave::init()
-{
-    _dir = new QTemporaryDir;
-    QVERIFY(_dir->isValid());
-    Modals modals;
-    _manager = makeManager();
-    _window = std::make_unique<Window>(_manager.get());
-    VERIFY_MODALS_DONE(modals);
-    QVERIFY(showActive(_manager.get()));
-}
-
-void TestManagerSave::cleanup()
-{
-    _window.reset();
-    _manager.reset();
-    delete _dir;
-    _dir = nullptr;
-}
-
-void TestManagerSave::cleanupTestCase()
-{
-    QVERIFY(installShippedDefaults());
-}
 
 QString TestManagerSave::_openAndEdit(const QString &dir)
 {

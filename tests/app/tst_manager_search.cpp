@@ -38,16 +38,14 @@ QSpinBox *_spinBox(const ParamsArea *page)
 
 } // namespace
 
-class TestManagerSearch : public QObject
+class TestManagerSearch : public ManagerFixture
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
+public:
+    TestManagerSearch() : ManagerFixture(true) {}
 
+private slots:
     void searchListHoldsUnrestrictedLeavesAndLists();
     void eachTypedCharacterGivesFreshResultsPage();
     void resultsPagesPileUpAndAreNeverRefreshed();
@@ -62,40 +60,7 @@ private slots:
 private:
     void _open(const QString &fixtureName);
 
-    QTemporaryDir *_dir = nullptr;
-    std::unique_ptr<Manager> _manager;
-    std::unique_ptr<Window> _window;
 };
-
-void TestManagerSearch::initTestCase()
-{
-    QApplication::setQuitOnLastWindowClosed(false);
-    QVERIFY(installFixtureDefaults());
-}
-
-void TestManagerSearch::init()
-{
-    _dir = new QTemporaryDir;
-    QVERIFY(_dir->isValid());
-    Modals modals;
-    _manager = makeManager();
-    _window = std::make_unique<Window>(_manager.get());
-    VERIFY_MODALS_DONE(modals);
-    QVERIFY(showActive(_manager.get()));
-}
-
-void TestManagerSearch::cleanup()
-{
-    _window.reset();
-    _manager.reset();
-    delete _dir;
-    _dir = nullptr;
-}
-
-void TestManagerSearch::cleanupTestCase()
-{
-    QVERIFY(installShippedDefaults());
-}
 
 void TestManagerSearch::_open(const QString &fixtureName)
 {

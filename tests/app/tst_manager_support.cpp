@@ -520,4 +520,41 @@ QString caption(const QString &path, bool modified)
         + QLatin1String(kTitle);
 }
 
+// ---------------------------------------------------------------- fixture
+
+ManagerFixture::ManagerFixture(bool showWindow) : _showWindow(showWindow) {}
+
+ManagerFixture::~ManagerFixture() = default;
+
+void ManagerFixture::initTestCase()
+{
+    QApplication::setQuitOnLastWindowClosed(false);
+    QVERIFY(installFixtureDefaults());
+}
+
+void ManagerFixture::init()
+{
+    _dir = new QTemporaryDir;
+    QVERIFY(_dir->isValid());
+    Modals modals;
+    _manager = makeManager();
+    _window = std::make_unique<Window>(_manager.get());
+    VERIFY_MODALS_DONE(modals);
+    if (_showWindow)
+        QVERIFY(showActive(_manager.get()));
+}
+
+void ManagerFixture::cleanup()
+{
+    _window.reset();
+    _manager.reset();
+    delete _dir;
+    _dir = nullptr;
+}
+
+void ManagerFixture::cleanupTestCase()
+{
+    QVERIFY(installShippedDefaults());
+}
+
 } // namespace ManagerTest

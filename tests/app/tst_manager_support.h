@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <functional>
@@ -116,6 +117,33 @@ private:
 };
 
 #define VERIFY_MODALS_DONE(modals) QVERIFY2((modals).done(), qPrintable((modals).report()))
+
+// The window under test, made anew for each test function over the fixture
+// schema and default configurations, with a temporary directory of its own.
+// The shipped defaults are put back when the test case ends.
+class ManagerFixture : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(ManagerFixture)
+
+public:
+    explicit ManagerFixture(bool showWindow);
+    ~ManagerFixture() override;
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+protected:
+    QTemporaryDir *_dir = nullptr;
+    std::unique_ptr<Manager> _manager;
+    std::unique_ptr<struct Window> _window;
+
+private:
+    const bool _showWindow;
+};
 
 // The window's widgets as found through the parent tree.
 struct Window

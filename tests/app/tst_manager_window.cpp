@@ -38,16 +38,14 @@ QStringList _texts(const QList<QAction *> &actions)
 
 } // namespace
 
-class TestManagerWindow : public QObject
+class TestManagerWindow : public ManagerFixture
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void cleanupTestCase();
+public:
+    TestManagerWindow() : ManagerFixture(false) {}
 
+private slots:
     void sevenActionsHaveTextsAndStandardKeys();
     void menusHoldActionsInOrder();
     void buttonRowHoldsFourButtons();
@@ -69,39 +67,7 @@ private:
     // Opens a copy of a fixture through the menu; returns the copy's path.
     QString _open(const QString &fixtureName, const QString &name = QString());
 
-    QTemporaryDir *_dir = nullptr;
-    std::unique_ptr<Manager> _manager;
-    std::unique_ptr<Window> _window;
 };
-
-void TestManagerWindow::initTestCase()
-{
-    QApplication::setQuitOnLastWindowClosed(false);
-    QVERIFY(installFixtureDefaults());
-}
-
-void TestManagerWindow::init()
-{
-    _dir = new QTemporaryDir;
-    QVERIFY(_dir->isValid());
-    Modals modals;
-    _manager = makeManager();
-    _window = std::make_unique<Window>(_manager.get());
-    VERIFY_MODALS_DONE(modals);
-}
-
-void TestManagerWindow::cleanup()
-{
-    _window.reset();
-    _manager.reset();
-    delete _dir;
-    _dir = nullptr;
-}
-
-void TestManagerWindow::cleanupTestCase()
-{
-    QVERIFY(installShippedDefaults());
-}
 
 QString TestManagerWindow::_open(const QString &fixtureName, const QString &name)
 {
