@@ -11,7 +11,7 @@ target_compile_definitions(tst_manager_support PRIVATE
   ORVEX_TEST_DATA_DIR="${CMAKE_SOURCE_DIR}/tests/data"
   ORVEX_SOURCE_DATA_DIR="${CMAKE_SOURCE_DIR}/data/orvex")
 
-foreach(unit startup window open save search)
+foreach(unit startup window open save search editall)
   orvex_add_test(tst_manager_${unit}
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/tst_manager_${unit}.cpp
     LIBS tst_manager_support orvex_app GUI OWN_DIR)
