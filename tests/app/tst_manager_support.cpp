@@ -35,9 +35,6 @@ namespace ManagerTest {
 
 namespace {
 
-// A modal widget that stays up this long has not been answered.
-constexpr int kUnansweredAfterMs = 1500;
-
 QStringList _entries(const QString &dir)
 {
     return QDir(dir).entryList(QDir::Files | QDir::NoDotAndDotDot);
@@ -79,10 +76,6 @@ QDomElement _elementAt(QDomDocument &document, const QString &path, const QStrin
     return element;
 }
 
-QString _describe(const ModalAnswerer::Seen &seen)
-{
-    return QStringLiteral("%1 \"%2\" \"%3\"").arg(seen.className, seen.title, seen.text);
-}
 
 } // namespace
 
@@ -237,18 +230,6 @@ QStringList itemsInFile(const QString &path, const QString &elementPath)
 
 // ---------------------------------------------------------------- modal boxes
 
-Modals::Modals() : _ticks(0)
-{
-    _watchdog.setInterval(20);
-    connect(&_watchdog, &QTimer::timeout, this, &Modals::_watch);
-    _watchdog.start();
-}
-
-void Modals::choose(const QString &path)
-{
-    chooseFile(path);
-}
-
 void Modals::chooseService(int index)
 {
     handleWith([index](QWidget *widget) {
@@ -268,40 +249,6 @@ void Modals::chooseService(int index)
                 button->click();
         }
     });
-}
-
-QString Modals::report() const
-{
-    QStringList lines;
-    for (const Seen &seen : seen())
-        lines << QStringLiteral("answered: ") + _describe(seen);
-    for (const Seen &seen : _unexpected)
-        lines << QStringLiteral("NOT ANSWERED: ") + _describe(seen);
-    if (pending() > 0)
-        lines << QStringLiteral("%1 armed answer(s) never used").arg(pending());
-    return lines.join(QLatin1Char('\n'));
-}
-
-void Modals::_watch()
-{
-    QWidget *modal = QApplication::activeModalWidget();
-    if (!modal || !modal->isVisible()) {
-        _candidate = nullptr;
-        return;
-    }
-    if (modal != _candidate) {
-        _candidate = modal;
-        _ticks = 0;
-        return;
-    }
-    if (++_ticks * _watchdog.interval() < kUnansweredAfterMs)
-        return;
-    _unexpected.append(describe(modal));
-    _candidate = nullptr;
-    if (auto *dialog = qobject_cast<QDialog *>(modal))
-        dialog->reject();
-    else
-        modal->close();
 }
 
 // ---------------------------------------------------------------- the window

@@ -82,41 +82,22 @@ QStringList itemsInFile(const QString &path, const QString &elementPath);
 
 // ---------------------------------------------------------------- modal boxes
 
-// A ModalAnswerer that also watches for modal widgets that nobody armed an
-// answer for: such a widget is recorded and rejected after a while, so that
-// a wrong expectation fails the test instead of hanging it.
+// The answerer with the answers of the main window's own dialogs.
 class Modals : public ModalAnswerer
 {
     Q_OBJECT
     Q_DISABLE_COPY(Modals)
 
 public:
-    Modals();
+    Modals() = default;
 
     void ok() { pressButton(QMessageBox::Ok); }
     // Types the name into the file dialog's own name field and accepts.
-    // (QFileDialog::selectFile leaves the field alone while it has focus.)
-    void choose(const QString &path);
+    void choose(const QString &path) { chooseFile(path); }
     // Checks the radio button of the service at index in the dialog of a
     // new configuration, then presses its Ok button.
     void chooseService(int index);
-
-    // Modal widgets that came up with no answer armed.
-    const QList<Seen> &unexpected() const { return _unexpected; }
-    bool done() const { return allAnswered() && _unexpected.isEmpty(); }
-    // Everything seen, unanswered and left over, for failure messages.
-    QString report() const;
-
-private:
-    void _watch();
-
-    QTimer _watchdog;
-    QPointer<QWidget> _candidate;
-    int _ticks;
-    QList<Seen> _unexpected;
 };
-
-#define VERIFY_MODALS_DONE(modals) QVERIFY2((modals).done(), qPrintable((modals).report()))
 
 // The window under test, made anew for each test function over the fixture
 // schema and default configurations, with a temporary directory of its own.

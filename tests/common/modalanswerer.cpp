@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QStringList>
 #include <QPushButton>
 
 ModalAnswerer::ModalAnswerer(QObject *parent) : QObject(parent)
@@ -14,6 +15,9 @@ ModalAnswerer::ModalAnswerer(QObject *parent) : QObject(parent)
     _timer.setInterval(5);
     connect(&_timer, &QTimer::timeout, this, &ModalAnswerer::_poll);
     _timer.start();
+    _watchdog.setInterval(50);
+    connect(&_watchdog, &QTimer::timeout, this, &ModalAnswerer::_watch);
+    _watchdog.start();
 }
 
 ModalAnswerer::~ModalAnswerer() = default;
@@ -103,4 +107,44 @@ void ModalAnswerer::_poll()
     _seen.append(describe(modal));
     Handler h = _handlers.takeFirst();
     h(modal);
+}
+
+static QString _describe(const ModalAnswerer::Seen &seen)
+{
+    return QStringLiteral("%1 \"%2\" \"%3\"").arg(seen.className, seen.title, seen.text);
+}
+
+QString ModalAnswerer::report() const
+{
+    QStringList lines;
+    for (const Seen &seen : _seen)
+        lines << QStringLiteral("answered: ") + _describe(seen);
+    for (const Seen &seen : _unexpected)
+        lines << QStringLiteral("NOT ANSWERED: ") + _describe(seen);
+    if (pending() > 0)
+        lines << QStringLiteral("%1 armed answer(s) never used").arg(pending());
+    return lines.join(QLatin1Char('\n'));
+}
+
+void ModalAnswerer::_watch()
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    if (!modal || !modal->isVisible()) {
+        _candidate = nullptr;
+        return;
+    }
+    if (modal != _candidate) {
+        _candidate = modal;
+        _ticks = 0;
+        return;
+    }
+    const int waitedMs = ++_ticks * _watchdog.interval();
+    if (waitedMs < 2000 || (pending() > 0 && waitedMs < 10000))
+        return;
+    _unexpected.append(describe(modal));
+    _candidate = nullptr;
+    if (auto *dialog = qobject_cast<QDialog *>(modal))
+        dialog->reject();
+    else
+        modal->close();
 }

@@ -13,7 +13,10 @@
 // Answers the modal boxes and dialogs that a call under test opens.
 // Arm it with one answer per expected modal widget *before* the call; a timer
 // finds QApplication::activeModalWidget(), records what it shows and gives
-// the next answer. After the call the test asserts on seen().
+// the next answer. After the call the test asserts on seen(), or on done().
+// A modal widget that stays up unanswered (none armed for two seconds, or an
+// answer that did not close it within ten) is recorded as unexpected and
+// rejected, so that a wrong expectation fails the test instead of hanging it.
 class ModalAnswerer : public QObject
 {
     Q_OBJECT
@@ -49,14 +52,27 @@ public:
     int pending() const { return _handlers.size(); }
     // Answers still queued when the test ends are a test bug.
     bool allAnswered() const { return _handlers.isEmpty(); }
+    // Modal widgets that came up and stayed with no answer for them.
+    const QList<Seen> &unexpected() const { return _unexpected; }
+    bool done() const { return allAnswered() && _unexpected.isEmpty(); }
+    // Everything seen, unanswered and left over, for failure messages.
+    QString report() const;
 
     static Seen describe(QWidget *modal);
 
 private:
     void _poll();
+    void _watch();
 
     QTimer _timer;
     QList<Handler> _handlers;
     QList<Seen> _seen;
     QPointer<QWidget> _last;
+
+    QTimer _watchdog;
+    QPointer<QWidget> _candidate;
+    int _ticks = 0;
+    QList<Seen> _unexpected;
 };
+
+#define VERIFY_MODALS_DONE(modals) QVERIFY2((modals).done(), qPrintable((modals).report()))
