@@ -59,8 +59,19 @@ private:
     // Opens a copy of alpha-current.conf in dir and ticks "Enabled" (false in
     // the file); returns the copy's path.
     QString _openAndEdit(const QString &dir);
+    // Makes a new configuration of the first service and ticks "Enabled".
+    void _newAndEdit();
 
 };
+
+void TestManagerSave::_newAndEdit()
+{
+    Modals modals;
+    modals.chooseService(0);
+    _window->actNew->trigger();
+    VERIFY_MODALS_DONE(modals);
+    clickCheckBox(_window->checkBox(QStringLiteral("Enabled")));
+}
 
 QString TestManagerSave::_openAndEdit(const QString &dir)
 {
@@ -118,13 +129,7 @@ void TestManagerSave::saveFailureKeepsMark()
 
 void TestManagerSave::saveOfNewConfigurationWithDialogCancelledChangesNothing()
 {
-    {
-        Modals modals;
-        modals.chooseService(0);
-        _window->actNew->trigger();
-        VERIFY_MODALS_DONE(modals);
-    }
-    clickCheckBox(_window->checkBox(QStringLiteral("Enabled")));
+    _newAndEdit();
     QVERIFY(!_manager->isSaved());
     const QStringList before = _files(confDir());
 
@@ -318,13 +323,7 @@ void TestManagerSave::unsavedEditsAreAskedAbout()
 
 void TestManagerSave::quitFromNewConfigurationWithSaveAsCancelledLosesEdits()
 {
-    {
-        Modals modals;
-        modals.chooseService(0);
-        _window->actNew->trigger();
-        VERIFY_MODALS_DONE(modals);
-    }
-    clickCheckBox(_window->checkBox(QStringLiteral("Enabled")));
+    _newAndEdit();
     QVERIFY(!_manager->isSaved());
     const QStringList before = _files(confDir());
 
