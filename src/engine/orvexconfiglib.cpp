@@ -6,7 +6,6 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
-#include <QHash>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -24,8 +23,34 @@ namespace {
 
 // ------------------------------------------------------------ text helpers
 
-// Text from the tree enters Qt as UTF-8, up to the first NUL byte.
-QString _toQString(std::string const &text) { return QString::fromUtf8(text.c_str()); }
+// Text of the file as UTF-8, in one allocation when it is ASCII, as values
+// mostly are.
+std::string _utf8(QString const &text)
+{
+    int const size = text.size();
+    QChar const *chars = text.constData();
+    for (int i = 0; i < size; ++i) {
+        if (chars[i].unicode() >= 0x80)
+            return text.toStdString();
+    }
+    std::string ascii(std::size_t(size), '\0');
+    for (int i = 0; i < size; ++i)
+        ascii[std::size_t(i)] = char(chars[i].unicode());
+    return ascii;
+}
+
+// Text from the tree enters Qt as UTF-8, up to the first NUL byte. Keys and
+// values are mostly ASCII, which needs no decoding.
+QString _toQString(std::string const &text)
+{
+    char const *const bytes = text.c_str();
+    int size = 0;
+    for (; bytes[size] != '\0'; ++size) {
+        if (static_cast<unsigned char>(bytes[size]) >= 0x80)
+            return QString::fromUtf8(bytes);
+    }
+    return QString::fromLatin1(bytes, size);
+}
 
 std::string _locationLine(QSourceLocation const &where)
 {
@@ -44,6 +69,10 @@ bool _startsWith(char const *p, char const *end, char const *prefix)
 // Just past the next `terminator`, or the end.
 char const *_past(char const *p, char const *end, char const *terminator)
 {
+    if (terminator[0] != '\0' && terminator[1] == '\0') {
+        void const *const found = std::memchr(p, terminator[0], std::size_t(end - p));
+        return found ? static_cast<char const *>(found) + 1 : end;
+    }
     char const *const last = terminator + std::strlen(terminator);
     char const *const found = std::search(p, end, terminator, last);
     return found == end ? end : found + (last - terminator);
@@ -53,6 +82,12 @@ char const *_past(char const *p, char const *end, char const *terminator)
 // values don't count.
 char const *_pastTag(char const *p, char const *end, bool *selfClosing)
 {
+    // Most tags quote nothing: they end at the first '>'.
+    auto const *const close = static_cast<char const *>(std::memchr(p, '>', std::size_t(end - p)));
+    if (close && !std::memchr(p, '"', std::size_t(close - p)) && !std::memchr(p, '\'', std::size_t(close - p))) {
+        *selfClosing = close > p && close[-1] == '/';
+        return close + 1;
+    }
     char quote = 0;
     char last = 0;
     for (; p < end; ++p) {
@@ -110,19 +145,21 @@ char const *_firstTooDeep(char const *p, char const *end, int limit)
         if (!p)
             return nullptr;
         ++p;
-        if (_startsWith(p, end, "!--")) {
-            p = _past(p + 3, end, "-->");
-        } else if (_startsWith(p, end, "![CDATA[")) {
-            p = _past(p + 8, end, "]]>");
-        } else if (_startsWith(p, end, "!DOCTYPE")) {
-            p = _pastDoctype(p + 8, end);
-        } else if (_startsWith(p, end, "?")) {
+        char const next = p < end ? *p : '\0';
+        if (next == '!') {
+            if (_startsWith(p, end, "!--"))
+                p = _past(p + 3, end, "-->");
+            else if (_startsWith(p, end, "![CDATA["))
+                p = _past(p + 8, end, "]]>");
+            else if (_startsWith(p, end, "!DOCTYPE"))
+                p = _pastDoctype(p + 8, end);
+            else
+                p = _past(p, end, ">");
+        } else if (next == '?') {
             p = _past(p + 1, end, "?>");
-        } else if (_startsWith(p, end, "/")) {
+        } else if (next == '/') {
             p = _past(p, end, ">");
             depth = std::max(0, depth - 1);
-        } else if (_startsWith(p, end, "!")) {
-            p = _past(p, end, ">");
         } else {
             bool selfClosing = false;
             p = _pastTag(p, end, &selfClosing);
@@ -283,36 +320,69 @@ Parameter *_createList(ParameterComplex *parent, std::string const &key,
 
 // --------------------------------------------------------------- loader
 
-// The first child element of each tag, found in one pass over the children
-// at the first lookup. A parameter's element is then found at the same cost
-// however many siblings it has, and the first of a repeated tag still wins.
+// The first child element of each tag. Files are mostly written in schema
+// order, so the element after the last one found is tried first; otherwise a
+// binary search over the children sorted by tag finds the first of the tag.
 class FirstChildElements
 {
 public:
-    explicit FirstChildElements(QDomElement const &parent) : _parent(parent), _built(false) {}
-
-    QDomElement find(QString const &tag)
+    explicit FirstChildElements(QDomElement const &parent)
     {
-        if (!_built)
-            _build();
-        return _index.value(tag);
+        for (QDomElement child = parent.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
+            _children.push_back({child.tagName(), child, true});
+        _sorted.resize(_children.size());
+        for (std::size_t i = 0; i < _sorted.size(); ++i)
+            _sorted[i] = i;
+        // Stable: among equal tags the first in the file comes first.
+        std::stable_sort(_sorted.begin(), _sorted.end(),
+                         [this](std::size_t a, std::size_t b) { return _children[a].tag < _children[b].tag; });
+        for (std::size_t i = 1; i < _sorted.size(); ++i) {
+            if (_children[_sorted[i]].tag == _children[_sorted[i - 1]].tag)
+                _children[_sorted[i]].first = false;
+        }
+    }
+
+    QDomElement find(std::string const &key)
+    {
+        if (_next < _children.size() && _children[_next].first && _sameTag(_children[_next].tag, key))
+            return _children[_next++].element;
+        QString const tag = _toQString(key);
+        auto const found = std::lower_bound(_sorted.begin(), _sorted.end(), tag,
+                                            [this](std::size_t a, QString const &t) { return _children[a].tag < t; });
+        if (found == _sorted.end() || _children[*found].tag != tag)
+            return QDomElement();
+        _next = *found + 1;
+        return _children[*found].element;
     }
 
 private:
-    void _build()
+    struct Child
     {
-        for (QDomElement child = _parent.firstChildElement(); !child.isNull();
-             child = child.nextSiblingElement()) {
-            QString const tag = child.tagName();
-            if (!_index.contains(tag))
-                _index.insert(tag, child);
+        QString tag;
+        QDomElement element;
+        bool first; // no earlier sibling has this tag
+    };
+
+    // Compares without making a QString of the key: keys are mostly ASCII.
+    static bool _sameTag(QString const &tag, std::string const &key)
+    {
+        std::size_t const size = key.size();
+        if (std::size_t(tag.size()) != size)
+            return tag == _toQString(key);
+        QChar const *chars = tag.constData();
+        for (std::size_t i = 0; i < size; ++i) {
+            unsigned char const byte = static_cast<unsigned char>(key[i]);
+            if (byte == 0 || byte >= 0x80)
+                return tag == _toQString(key);
+            if (chars[i].unicode() != byte)
+                return false;
         }
-        _built = true;
+        return true;
     }
 
-    QDomElement _parent;
-    QHash<QString, QDomElement> _index;
-    bool _built;
+    std::vector<Child> _children;
+    std::vector<std::size_t> _sorted;
+    std::size_t _next = 0;
 };
 
 void _loadList(ParameterList *list, QDomElement const &element)
@@ -320,7 +390,7 @@ void _loadList(ParameterList *list, QDomElement const &element)
     std::vector<std::string> items;
     // Items count whatever their tag; the list key is only the writer's.
     for (QDomElement item = element.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
-        items.push_back(item.text().toStdString());
+        items.push_back(_utf8(item.text()));
     // A refused list keeps its earlier items, and the file is not blamed.
     list->setValues(items);
 }
@@ -343,8 +413,7 @@ int _loadTLEs(std::vector<std::string> &errors, ParameterListTLEs *list, QDomEle
             status = 1;
             continue;
         }
-        tles.push_back(ParameterListTLEs::TLE{line0.text().toStdString(), line1.text().toStdString(),
-                                              line2.text().toStdString()});
+        tles.push_back(ParameterListTLEs::TLE{_utf8(line0.text()), _utf8(line1.text()), _utf8(line2.text())});
     }
     // Replaces the records in any case: an element without a "TLE" child
     // empties the list, without a line.
@@ -622,7 +691,7 @@ int _rec_loadParameters_knStruct(std::vector<std::string> &errors, ParameterComp
             status = 1;
             continue;
         }
-        QDomElement const childElement = elements.find(_toQString(key));
+        QDomElement const childElement = elements.find(key);
         if (childElement.isNull()) {
             // The parameter keeps its value; a missing section is one line.
             errors.push_back("Node " + _hierarchy(child) + " not found in XML");
@@ -632,7 +701,7 @@ int _rec_loadParameters_knStruct(std::vector<std::string> &errors, ParameterComp
         switch (child->getGlobalType()) {
         case Parameter::GlobalType::Simple:
             // A refused value leaves the earlier one, without a line.
-            dynamic_cast<ParameterSimple *>(child)->setValue(childElement.text().toStdString());
+            dynamic_cast<ParameterSimple *>(child)->setValue(_utf8(childElement.text()));
             break;
         case Parameter::GlobalType::List:
             _loadList(dynamic_cast<ParameterList *>(child), childElement);
