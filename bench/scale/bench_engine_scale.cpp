@@ -5,7 +5,9 @@
 // directory. loadXSD (with its validation) and loadXML_knStruct are set beside
 // QDomDocument::setContent of the same file, writeXML beside toString(1) of a
 // document that holds the same elements. Each function takes turns with its
-// floor. Times are medians in milliseconds of the process's CPU time (or wall
+// floor. Beside the writer runs the least that any writer spends which builds
+// a QDomDocument and prints it with toString(1): the same elements made from
+// ready QStrings, printed, streamed to a file and destroyed. Times are medians in milliseconds of the process's CPU time (or wall
 // time with --clock wall); each size runs in a process of its own. The growth
 // rows compare the largest size with the one before it.
 
@@ -21,6 +23,7 @@
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QTextStream>
 
 #include <clocale>
 #include <cstdio>
@@ -35,7 +38,62 @@ struct _Times
     double loadXSD = 0, schemaFloor = 0;
     double loadXML = 0, configFloor = 0;
     double writeXML = 0, writeFloor = 0;
+    double qdomOnly = 0;
 };
+
+// One element of the written file, in document order, for the QDom-only writer.
+struct _Element
+{
+    QString tag;
+    QString text;
+    bool hasText = false;
+    int children = 0;
+};
+
+void _rec_flatten(const QDomElement &element, std::vector<_Element> *elements)
+{
+    const std::size_t at = elements->size();
+    elements->push_back({element.tagName(), QString(), false, 0});
+    const QDomNode first = element.firstChild();
+    if (first.isText()) {
+        (*elements)[at].text = first.toText().data();
+        (*elements)[at].hasText = true;
+    }
+    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+        _rec_flatten(child, elements);
+        ++(*elements)[at].children;
+    }
+}
+
+std::size_t _rec_build(QDomDocument &document, QDomElement &parent, const std::vector<_Element> &elements,
+                       std::size_t at)
+{
+    const _Element &made = elements[at++];
+    QDomElement element = document.createElement(made.tag);
+    parent.appendChild(element);
+    if (made.hasText)
+        element.appendChild(document.createTextNode(made.text));
+    for (int i = 0; i < made.children; ++i)
+        at = _rec_build(document, element, elements, at);
+    return at;
+}
+
+// The writer's steps with Qt's calls only: nothing is read from a tree and
+// nothing is converted.
+void _writeQDomOnly(const std::vector<_Element> &elements, const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    QDomDocument document;
+    QDomElement root = document.createElement(elements.front().tag);
+    std::size_t at = 1;
+    for (int i = 0; i < elements.front().children; ++i)
+        at = _rec_build(document, root, elements, at);
+    document.appendChild(root);
+    QTextStream stream(&file);
+    stream << QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") << document.toString(1);
+}
 
 QByteArray _read(const QString &fileName)
 {
@@ -88,6 +146,9 @@ bool _measure(int parameters, const std::vector<ScaleGen::Set> &tleSource, int r
     OrvexConfigLib::writeXML(errors, root, outPath);
     QDomDocument written;
     written.setContent(_read(QString::fromStdString(outPath)), false);
+    std::vector<_Element> elements;
+    _rec_flatten(written.documentElement(), &elements);
+    const QString qdomPath = dir.filePath(QStringLiteral("qdom-only.conf"));
 
     // Each function takes turns with its floor; after every run the heap
     // hands its free memory back, so that each run starts alike.
@@ -108,7 +169,8 @@ bool _measure(int parameters, const std::vector<ScaleGen::Set> &tleSource, int r
                      std::vector<std::string> lines;
                      OrvexConfigLib::writeXML(lines, root, outPath);
                  },
-                 release}});
+                 release},
+                {[&] { _writeQDomOnly(elements, qdomPath); }, release}});
     const std::vector<double> reader = BenchKit::medianSeconds(
         count, {{[&] { _parseFile(made.schemaPath); }, release},
                 {[&] {
@@ -123,8 +185,12 @@ bool _measure(int parameters, const std::vector<ScaleGen::Set> &tleSource, int r
                      built.clear();
                      release();
                  }}});
-    *times = {reader[1] * 1e3, reader[0] * 1e3, loader[1] * 1e3,
-              loader[0] * 1e3, writer[1] * 1e3, writer[0] * 1e3};
+    *times = {reader[1] * 1e3, reader[0] * 1e3, loader[1] * 1e3, loader[0] * 1e3,
+              writer[1] * 1e3, writer[0] * 1e3, writer[2] * 1e3};
+    if (_read(qdomPath) != _read(QString::fromStdString(outPath))) {
+        std::fprintf(stderr, "the QDom-only writer differs from writeXML at %d parameters\n", parameters);
+        return false;
+    }
     std::printf("%d parameters: %d sections, %d deep; schema %.1f MB, configuration %.1f MB\n",
                 parameters, made.sections, made.maxDepth, QFile(made.schemaPath).size() / 1e6,
                 QFile(made.configPath).size() / 1e6);
@@ -150,9 +216,9 @@ bool _measureApart(int parameters, const BenchKit::Options &options, _Times *tim
         return false;
     for (const QString &line : QString::fromLatin1(child.readAllStandardOutput()).split(QLatin1Char('\n'))) {
         const QStringList fields = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        if (fields.size() == 7 && fields[0] == QLatin1String("times")) {
-            *times = {fields[1].toDouble(), fields[2].toDouble(), fields[3].toDouble(),
-                      fields[4].toDouble(), fields[5].toDouble(), fields[6].toDouble()};
+        if (fields.size() == 8 && fields[0] == QLatin1String("times")) {
+            *times = {fields[1].toDouble(), fields[2].toDouble(), fields[3].toDouble(), fields[4].toDouble(),
+                      fields[5].toDouble(), fields[6].toDouble(), fields[7].toDouble()};
             return true;
         }
         if (!line.isEmpty())
@@ -199,8 +265,8 @@ int main(int argc, char **argv)
         _Times t;
         if (!_measure(parameters, tleSource, options.runs, &t))
             return 1;
-        std::printf("times %.4f %.4f %.4f %.4f %.4f %.4f\n", t.loadXSD, t.schemaFloor, t.loadXML,
-                    t.configFloor, t.writeXML, t.writeFloor);
+        std::printf("times %.4f %.4f %.4f %.4f %.4f %.4f %.4f\n", t.loadXSD, t.schemaFloor, t.loadXML,
+                    t.configFloor, t.writeXML, t.writeFloor, t.qdomOnly);
         return 0;
     }
 
@@ -217,6 +283,7 @@ int main(int argc, char **argv)
         table.add("loadXSD_" + n + "_ms", times.loadXSD, times.schemaFloor);
         table.add("loadXML_knStruct_" + n + "_ms", times.loadXML, times.configFloor);
         table.add("writeXML_" + n + "_ms", times.writeXML, times.writeFloor);
+        table.add("qdom_only_writer_" + n + "_ms", times.qdomOnly, times.writeFloor);
     }
     // Growth from the second largest size to the largest, against the growth of its floor.
     if (bySize.size() >= 2) {

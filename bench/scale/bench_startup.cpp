@@ -1,7 +1,8 @@
 // Start-up to the shown main window with the shipped example, against an
-// empty main window in a bare Qt program.
+// empty main window in a bare Qt program; beside them the bare program that
+// also checks the shipped schema, as every start of the program must.
 //
-// Both harnesses are started as processes the same way, in turns, each once
+// The harnesses are started as processes the same way, in turns, each once
 // untimed first. Each prints, once its window is shown, the monotonic clock
 // and its own CPU time; the launcher takes the time from its start of the
 // process to that moment (wall) and the CPU time the process had used by
@@ -120,19 +121,22 @@ int main(int argc, char **argv)
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     if (!environment.contains(QStringLiteral("XDG_RUNTIME_DIR")))
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), temporary.path());
-    const QString manager = dir + QStringLiteral("/startup_manager");
-    const QString bare = dir + QStringLiteral("/startup_bare");
+    const struct
+    {
+        const char *name;
+        QStringList arguments;
+    } harnesses[] = {{"startup_manager", {copy}}, {"startup_bare", {}}, {"startup_checked", {}}};
+    constexpr int count = int(sizeof harnesses / sizeof harnesses[0]);
 
     const int runs = options.runs > 0 ? options.runs : 15;
-    std::vector<double> wall[2];
-    std::vector<double> cpu[2];
+    std::vector<double> wall[count];
+    std::vector<double> cpu[count];
     for (int run = -1; run < runs; ++run) {
-        for (int which = 0; which < 2; ++which) {
+        for (int which = 0; which < count; ++which) {
             _Start start;
-            const bool ok = which == 0 ? _start(manager, {copy}, environment, &start)
-                                       : _start(bare, {}, environment, &start);
-            if (!ok) {
-                std::fprintf(stderr, "%s did not show its window\n", which == 0 ? "startup_manager" : "startup_bare");
+            if (!_start(dir + QLatin1Char('/') + QLatin1String(harnesses[which].name), harnesses[which].arguments,
+                        environment, &start)) {
+                std::fprintf(stderr, "%s did not show its window\n", harnesses[which].name);
                 return 1;
             }
             if (run >= 0) {
@@ -145,6 +149,8 @@ int main(int argc, char **argv)
     BenchKit::Table table;
     table.add("startup_shown_cpu_ms", BenchKit::median(cpu[0]), BenchKit::median(cpu[1]));
     table.add("startup_shown_wall_ms", BenchKit::median(wall[0]), BenchKit::median(wall[1]));
+    table.add("startup_schema_check_only_cpu_ms", BenchKit::median(cpu[2]), BenchKit::median(cpu[1]));
+    table.add("startup_schema_check_only_wall_ms", BenchKit::median(wall[2]), BenchKit::median(wall[1]));
     table.print();
     if (!options.csv.empty() && !table.appendCsv(options.csv)) {
         std::fprintf(stderr, "cannot write %s\n", options.csv.c_str());
