@@ -2,12 +2,11 @@
 // faster program could leave out: the check of the shipped schema, which
 // the program makes at every start before it reads a parameter.
 
-#include "shownreport.h"
+#include "floorwindow.h"
 
 #include "engine/orvexconfiglib.h"
 
 #include <QApplication>
-#include <QMainWindow>
 
 #include <clocale>
 #include <cstdlib>
@@ -25,12 +24,5 @@ int main(int argc, char *argv[])
     if (OrvexConfigLib::validateXSD(errors, schema) != 0)
         return EXIT_FAILURE;
 
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Orvex Config Manager"));
-    window.setMinimumSize(900, 500);
-    window.resize(900, 500);
-    window.show();
-    QCoreApplication::processEvents();
-    reportShown();
-    return 0;
+    return showFloorWindow();
 }
