@@ -73,11 +73,16 @@ void ParamSimple::_init(ParameterSimple *parameter)
 
 void ParamSimple::_initLayout()
 {
-    _mainLayout = new QGridLayout(this);
+    // The frame layout is filled before it goes onto the frame: set on the
+    // frame first, its first change would post a layout request that nothing
+    // needs (the frame is laid out when shown) and that, with a page of
+    // editors still waiting to be polished, costs a walk over all of them.
+    _mainLayout = new QGridLayout();
     _controlLayout = new QGridLayout();
     _mainLayout->setContentsMargins(0, 0, 0, 0);
     _controlLayout->setContentsMargins(0, 0, 0, 0);
     _mainLayout->addLayout(_controlLayout, 0, 1);
+    setLayout(_mainLayout);
 }
 
 void ParamSimple::_initTitleFont()
@@ -104,17 +109,23 @@ void ParamSimple::_initTextDocUrl()
 
 void ParamSimple::_initButtonInfo()
 {
+    // Only the text counts: a link without text gives nothing to show.
+    const bool documented = !_doc.isEmpty();
     _buttonInfo = new QPushButton(QStringLiteral("?"), this);
-    _buttonInfo->setStyleSheet(QStringLiteral("color: blue"));
+    // Polished before it takes its sheet, the button reads the sheet once, in
+    // the polish that setting it brings; set first, the sheet would be read on
+    // setting and again at the first polish. Nobody sees the button before it
+    // is finished, so it gets its final colour (blue, or grey when disabled)
+    // at once rather than blue first.
+    _buttonInfo->ensurePolished();
+    _buttonInfo->setStyleSheet(
+        documented ? QStringLiteral("color: blue") : QStringLiteral("color: grey"));
     _buttonInfo->setMinimumWidth(30);
     _buttonInfo->setMaximumWidth(30);
     _buttonInfo->setFlat(true);
     _mainLayout->addWidget(_buttonInfo, 0, 0);
-    // Only the text counts: a link without text gives nothing to show.
-    if (_doc.isEmpty()) {
+    if (!documented)
         _buttonInfo->setEnabled(false);
-        _buttonInfo->setStyleSheet(QStringLiteral("color: grey"));
-    }
 }
 
 void ParamSimple::_connect()

@@ -2,6 +2,7 @@
 
 #include "navigation/paramsarea.h"
 
+#include <QApplication>
 #include <QScrollArea>
 
 ParamsWidget::ParamsWidget(QWidget *parent) : QStackedWidget(parent)
@@ -40,8 +41,22 @@ void ParamsWidget::setNewSearchArea(ParamsArea *area)
 {
     // The replaced page is not deleted: it stays a hidden child of the stack,
     // with its editors, for as long as the stack lives.
-    if (_searchArea)
+    if (_searchArea) {
+        // Taken out while on screen, the page would stay visible until the
+        // stack has shown another one in its place, so that all its widgets
+        // would be marked for repainting and then struck off again one by one.
+        // Hidden first, it is spared that. Not when it holds the focus: its
+        // hiding passes the focus on, and the page shown in its place must be
+        // there to take it, as before.
+        if (currentWidget() == _searchArea
+            && !_searchArea->isAncestorOf(QApplication::focusWidget()))
+            _searchArea->hide();
         removeWidget(_searchArea);
+        // Nothing shows the page again. With its updates off, each later
+        // change of page passes over it as a whole, where the stack would
+        // otherwise switch the updates of all its editors off and on again.
+        _searchArea->setUpdatesEnabled(false);
+    }
     _searchArea = area;
     addWidget(area);
 }
