@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Installation. Both programs look for orvex/ beside their executable, so they
 # live together in lib/orvex-config-manager with orvex/ beside them; bin/ holds
 # relative symbolic links to them, which still find orvex/ because the

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # A Debian package of the installed layout under /usr, on Debian's Qt 5
 # runtime: "cpack -G DEB" in the build directory, then
 # "apt install ./orvex-config-manager_*.deb".

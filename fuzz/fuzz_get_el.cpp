@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The element-set parser on two lines of any bytes: the input up to its
 // first line feed is line 1, the rest line 2. tle_checksum and
 // parse_elements must stay inside the lines and return what their contract

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The configuration loader on any file, over the tree of the shipped schema
 // (built once; the values of one input stay for the next, as in the
 // program). A refusal leaves every value as it was and says one of the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The schema reader, behind its validation, on any file. A refusal leaves
 // the caller's pointer alone and says the engine's lines; an accepted schema
 // gives a tree rooted in "root" whose every node knows its parent and level.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The TLE text checker on any text: only its own messages, the summary
 // last, only valid sets of 69-byte lines returned, and what TLEs2text writes
 // of them reads back as the same sets.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // TLEs2text on records of any bytes, as the TLE editor hands over the
 // records of a configuration file. The result is always 0, the count counts
 // every record, a refused record is named with _checkTLE's verdict, the text

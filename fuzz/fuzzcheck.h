@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // What the harnesses share: a check that stops the run with the reason, so

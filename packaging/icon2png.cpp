@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Converts the program's compiled-in icon to the PNG that desktop menus show,
 // so that the two never differ.
 #include <QCoreApplication>

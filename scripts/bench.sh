@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks in Release and runs them all: the TLE checker, the
 # engine at 300, 3,000 and 30,000 parameters, the pages, search and TLE paste
 # on the offscreen platform, memory, and start-up. Prints one table, the goals

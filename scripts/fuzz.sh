@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Builds the libFuzzer harnesses into build-fuzz/ (clang, with the address and
 # undefined-behaviour sanitizers in every library) and runs one or all of them,
 # one after the other, each for the given number of seconds.

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds with AddressSanitizer and
 # UndefinedBehaviorSanitizer into build-asan/, and runs the whole test suite.
 set -euo pipefail

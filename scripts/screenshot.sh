@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Starts the real program under Xvfb on a copy of a shipped configuration and
 # saves PNG pictures of the main window: the first page, then the pages of
 # some sections, chosen with the keyboard in the section tree.

@@ -1,9 +1,17 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Installs what the build and the tests need from Debian 12's packages, and
 # nothing when everything is present already. Safe to run again.
 set -euo pipefail
 
 packages=(g++ cmake make qtbase5-dev libqt5xmlpatterns5-dev libxml2-utils locales)
+# The fuzzing harnesses: clang and its sanitizer and libFuzzer runtime.
+packages+=(clang libclang-rt-14-dev)
+# The independent side of the TLE import tests.
+packages+=(python3-sgp4)
+# The manual pages, the shell completion and the checks of the package.
+packages+=(help2man bash-completion lintian appstream desktop-file-utils reuse)
 # Extra packages asked for on the command line (e.g. xvfb for screenshots).
 packages+=("$@")
 

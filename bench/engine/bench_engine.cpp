@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Timings of the engine on generated schemas and configurations of N
 // parameters, set beside what QDom alone needs for the same files.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The engine's readers and writer against Qt's own parser and printer, at
 // growing sizes of schema and configuration.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The pages, the tree selection, the search box and the TLE editor at scale,
 // on the offscreen platform, through the real main window.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Start-up to the shown main window with the shipped example, against an
 // empty main window in a bare Qt program; beside them the bare program that
 // also checks the shipped schema, as every start of the program must.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The floor of start-up: an empty main window of the same size and title,
 // shown the same way, in a program that links Qt Widgets only.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The floor of start-up plus the one piece of the program's start that no
 // faster program could leave out: the check of the shipped schema, which
 // the program makes at every start before it reads a parameter.

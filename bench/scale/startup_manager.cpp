@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The program's own start, up to the main window shown and one pass of the
 // event loop; then it reports and ends instead of entering the loop.
 

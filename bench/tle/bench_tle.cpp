@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Throughput of the TLE text checker on a large catalogue.
 //
 // The catalogue is made here from the real sets of catalog-a.tle, repeated with new

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // new and update: configuration files made from a service's default.
 #include "ctl/arguments.h"
 #include "ctl/commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // tle-check: a file of element sets.
 #include "ctl/arguments.h"
 #include "ctl/commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // list, get, set and diff: the values of one configuration file.
 #include "ctl/arguments.h"
 #include "ctl/commands.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // orvexctl: the command-line companion of Orvex Config Manager.
 #include "ctl/arguments.h"
 #include "ctl/commands.h"

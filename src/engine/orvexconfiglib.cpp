@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 #include "engine/orvexconfiglib.h"
 #include "engine/orvexconfiglib_p.h"
 

@@ -1,9 +1,12 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The command line of the program: its first argument is a configuration
 // file to open at start, further ones are ignored. The arguments are fixed
 // when QApplication is built, so each case runs as a program of its own:
 //   tst_manager_cmdline [no-argument|older-file|empty-argument|missing-file] [QtTest options]
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/manager.h"
 

@@ -1,8 +1,11 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // One walk through the shipped schema as a user makes it: a default
 // configuration is opened, one parameter of every type is changed through its
 // own control, the file is saved, and the saved file holds the new values.
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/manager.h"
 #include "editors/dialogadditem.h"

@@ -1,8 +1,11 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Opening and creating configurations: the tests of version and service, the
 // refusals, the command New, and the update of an older file to the newest
 // version, the whole way from opening it to saving an edit.
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/manager.h"
 #include "engine/orvexconfiglib.h"

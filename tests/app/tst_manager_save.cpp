@@ -1,7 +1,10 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Saving and closing: Save, Save As, the question about unsaved edits in
 // front of every command that gives up the current state, Close and Quit.
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/manager.h"
 #include "model/parameter.h"

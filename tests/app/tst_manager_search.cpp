@@ -1,7 +1,10 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The page of search results, the flat list of parameters it draws on, and
 // the about box.
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/manager.h"
 #include "editors/paramsimple.h"

@@ -1,7 +1,10 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Start-up of the main window: the window itself, the schema, and the lists
 // of supported versions and services read from its first two children.
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/manager.h"
 #include "engine/orvexconfiglib.h"

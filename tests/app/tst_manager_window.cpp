@@ -1,8 +1,11 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The main window: its actions, menus and button row, the open and saved
 // states with their caption and information label, and the two chains of
 // signals between the editors and the window.
 
-#include "tst_manager_support.h"
+#include "managertestkit.h"
 
 #include "app/control.h"
 #include "app/manager.h"

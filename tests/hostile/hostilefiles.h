@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Hostile files for the engine and the window: broken, huge, deep and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 #pragma once
 
 // Every value of a parameter tree by its key path, to tell whether a refused

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // A directory named as the configuration on the command line: the file
 // dialogs never hand one back, so this is the way it reaches the window.
 // The user sees the one box "Error!" with the engine's line, and the window

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Hostile files through the engine: each is refused with the engine's own
 // lines, or read without harm, and nothing else happens — no crash, no hang,
 // no network, no local file read behind the user's back, and a refused

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Hostile files opened and saved through the main window: the user sees the
 // one box the program has for the case, with the engine's lines, and nothing
 // else happens — the open file and the tree keep their values, no file is

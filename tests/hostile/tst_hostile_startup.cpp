@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Hostile schemas beside the program: a refused one gives the box "Open
 // error" with the engine's lines and no window; a schema that reaches for
 // the network starts without it; a schema a thousand sections deep makes a

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // Hostile text through the TLE checker and the element-set parser: every
 // byte value, NUL bytes, lines cut short, huge texts and records, and files
 // that aren't files. Each gives the checker's own messages and nothing else:

@@ -1,4 +1,6 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+# SPDX-License-Identifier: MIT
 # Installs the build into a temporary prefix and runs both installed programs
 # from there, then builds the Debian package and checks its files and its
 # dependencies with dpkg-deb.

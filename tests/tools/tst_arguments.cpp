@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The command-line arguments of one orvexctl command.
 #include "ctl/arguments.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // orvexctl as a user runs it: the built executable is started with arguments,
 // and its standard output, standard error, exit status and files are checked.
 #include "golden.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The table of element sets that tle-check prints with --report.
 #include "ctl/tlereport.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
 // The texts of values, paths and limits that orvexctl prints and reads.
 #include "ctl/configtree.h"
 #include "ctl/valuetext.h"

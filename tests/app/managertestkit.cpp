@@ -1,4 +1,7 @@
-#include "tst_manager_support.h"
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
+#include "managertestkit.h"
 
 #include "app/control.h"
 #include "app/manager.h"
