@@ -43,7 +43,7 @@ complete -F _orvexctl orvexctl
 struct Synopsis
 {
     std::vector<std::string> positionals; // "CONFIG", "PATH", "VALUE..."
-    std::map<std::string, std::string> optionValues; // "--output" and "-o" -> "OUT"
+    std::map<std::string, std::string> optionValues; // "--output" -> "OUT"
 };
 
 OptionInfo const *_option(CompletionCommand const &command, std::string const &word)
@@ -79,8 +79,7 @@ Synopsis _synopsis(CompletionCommand const &command)
         if (!option) {
             synopsis.positionals.push_back(words[i]);
         } else if (option->takesValue && i + 1 < words.size()) {
-            synopsis.optionValues[option->name] = words[++i];
-            synopsis.optionValues[option->shortName] = words[i];
+            synopsis.optionValues[option->name] = words[++i]; // "-o OUT" names --output's value
         }
     }
     return synopsis;
@@ -124,9 +123,15 @@ std::vector<std::string> _fromSchema(std::string const &schema, bool services)
     return paths;
 }
 
+// "VALUE..." stands for any number of values.
+bool _repeats(std::string const &placeholder)
+{
+    return placeholder.size() > 3 && placeholder.compare(placeholder.size() - 3, 3, "...") == 0;
+}
+
 std::vector<std::string> _offer(std::string placeholder, std::string const &schema)
 {
-    if (placeholder.size() > 3 && placeholder.compare(placeholder.size() - 3, 3, "...") == 0)
+    if (_repeats(placeholder))
         placeholder.resize(placeholder.size() - 3);
     if (placeholder.empty())
         return {};
@@ -167,8 +172,7 @@ std::string _positional(Synopsis const &synopsis, std::size_t index)
     std::vector<std::string> const &all = synopsis.positionals;
     if (index < all.size())
         return all[index];
-    if (!all.empty() && all.back().size() > 3
-        && all.back().compare(all.back().size() - 3, 3, "...") == 0)
+    if (!all.empty() && _repeats(all.back()))
         return all.back();
     return {};
 }
