@@ -20,6 +20,16 @@ find_program(ORVEX_SCDOC scdoc REQUIRED)
 find_program(ORVEX_RSVG_CONVERT rsvg-convert REQUIRED)
 
 install(TARGETS orvex-config-manager orvexctl RUNTIME DESTINATION ${ORVEX_INSTALL_APPDIR})
+# A stripped installation (cpack, "cmake --install --strip") also drops the
+# compiler's .comment and .note sections, as Debian's own stripping does.
+install(CODE "
+  if(CMAKE_INSTALL_DO_STRIP)
+    foreach(program orvex-config-manager orvexctl)
+      execute_process(COMMAND \"${CMAKE_OBJCOPY}\" --remove-section=.comment --remove-section=.note
+        \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${ORVEX_INSTALL_APPDIR}/\${program}\"
+        COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
+  endif()")
 # Symbols bound at start, so that the read-only relocations cover the whole
 # offset table (Debian's "bindnow" hardening).
 foreach(program orvex-config-manager orvexctl)
