@@ -12,6 +12,10 @@ packages+=(clang libclang-rt-14-dev)
 packages+=(python3-sgp4)
 # The manual pages, the shell completion and the checks of the package.
 packages+=(help2man bash-completion lintian appstream desktop-file-utils reuse)
+# The desktop program's manual page, the menu icons rendered from their SVG,
+# the MIME database that the install test builds, and man, which renders the
+# pages in their test.
+packages+=(scdoc librsvg2-bin shared-mime-info man-db)
 # Extra packages asked for on the command line (e.g. xvfb for screenshots).
 packages+=("$@")
 

@@ -4,6 +4,7 @@
 // orvexctl: the command-line companion of Orvex Config Manager.
 #include "ctl/arguments.h"
 #include "ctl/commands.h"
+#include "ctl/completion.h"
 #include "ctl/console.h"
 
 #include <QCoreApplication>
@@ -107,6 +108,12 @@ std::vector<Command> const &_commands()
             "its age in days, inclination and mean motion. --at DATE counts the ages\n"
             "at DATE (UTC) instead of now.\n",
             { _helpOption, { "--report", "", false }, { "--at", "", true } }, 1, 1, runTleCheck },
+        { "completion", "completion bash", "print the bash completion script",
+            "Prints a bash completion script, to be sourced or installed as\n"
+            "/usr/share/bash-completion/completions/orvexctl. It asks orvexctl itself\n"
+            "for commands, options, services and the parameter paths of the schema\n"
+            "in force (--schema on the line, else the default one).\n",
+            { _helpOption }, 1, 1, runCompletion },
     };
     return commands;
 }
@@ -144,6 +151,14 @@ std::string _help(Command const &command)
         text += "\n" + std::string(_rewriteText);
     text += "\nExit status: 0 success, 1 done with remarks, 2 failure.\n";
     return text;
+}
+
+std::vector<CompletionCommand> _completionTable()
+{
+    std::vector<CompletionCommand> table;
+    for (Command const &command : _commands())
+        table.push_back({ command.name, command.synopsis, command.options });
+    return table;
 }
 
 Command const *_find(std::string const &name)
@@ -200,6 +215,9 @@ int main(int argc, char *argv[])
         std::cout << "orvexctl " << ORVEX_VERSION << '\n';
         return Console::Ok;
     }
+    if (args[0] == completionHelper) // hidden: the completion script's questions
+        return answerCompletion(
+            _completionTable(), std::vector<std::string>(args.begin() + 1, args.end()));
     Command const *command = _find(args[0]);
     if (!command) {
         Console::message("unknown command " + args[0]);

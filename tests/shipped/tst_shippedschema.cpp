@@ -485,7 +485,7 @@ void TestShippedSchema::shippedFilesAreValidForQtValidator_data()
             ++count;
         }
     }
-    QCOMPARE(count, 5);
+    QCOMPARE(count, 6);
 }
 
 void TestShippedSchema::shippedFilesAreValidForQtValidator()
