@@ -6,6 +6,7 @@
 #include "tle/get_el.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 
 #include <cmath>
 #include <cstdarg>
@@ -80,4 +81,33 @@ std::vector<std::string> tleReport(std::vector<CheckerTLE::TLE> const &tles, std
     for (CheckerTLE::TLE const &tle : tles)
         rows.push_back(_setRow(tle, nowMs));
     return rows;
+}
+
+QJsonArray tleReportJson(std::vector<CheckerTLE::TLE> const &tles, std::int64_t nowMs)
+{
+    QJsonArray sets;
+    for (CheckerTLE::TLE const &tle : tles) {
+        QJsonObject row { { QStringLiteral("name"), QString::fromUtf8(_name(tle).c_str()) },
+            { QStringLiteral("line1"), QString::fromUtf8(tle.line1.c_str()) },
+            { QStringLiteral("line2"), QString::fromUtf8(tle.line2.c_str()) },
+            { QStringLiteral("catalog"), QJsonValue() }, { QStringLiteral("epoch"), QJsonValue() },
+            { QStringLiteral("age_days"), QJsonValue() },
+            { QStringLiteral("inclination"), QJsonValue() },
+            { QStringLiteral("mean_motion"), QJsonValue() } };
+        element_set set {};
+        if (parse_elements(tle.line1.c_str(), tle.line2.c_str(), &set) >= 0) {
+            std::int64_t const epochMs = julianToUnixMs(set.epoch);
+            row[QStringLiteral("catalog")] = qint64(set.catalog_number);
+            row[QStringLiteral("epoch")]
+                = QDateTime::fromMSecsSinceEpoch(epochMs, Qt::UTC).toString(Qt::ISODateWithMs);
+            row[QStringLiteral("age_days")] = double(nowMs - epochMs) / _msPerDay;
+            // A high-precision set holds other quantities in these fields.
+            if (set.ephemeris_type != 'H') {
+                row[QStringLiteral("inclination")] = set.inclination * 180.0 / _pi;
+                row[QStringLiteral("mean_motion")] = set.mean_motion * 1440.0 / (2.0 * _pi);
+            }
+        }
+        sets.append(row);
+    }
+    return sets;
 }
