@@ -100,10 +100,16 @@ std::vector<std::string> configFilesOf(std::vector<std::string> const &paths)
         }
         QString const base = QDir::cleanPath(given);
         std::vector<QString> found;
-        QDirIterator it(base, { QStringLiteral("*.conf"), QStringLiteral("*.xml") }, QDir::Files,
-            QDirIterator::Subdirectories);
-        while (it.hasNext())
-            found.push_back(it.next());
+        // QDir::System brings the links that lead nowhere, which are then told
+        // as unreadable; sockets, pipes and devices are left out.
+        QDirIterator it(base, { QStringLiteral("*.conf"), QStringLiteral("*.xml") },
+            QDir::Files | QDir::System, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QString const file = it.next();
+            QFileInfo const info = it.fileInfo();
+            if (info.isFile() || (info.isSymLink() && !info.exists()))
+                found.push_back(file);
+        }
         std::sort(found.begin(), found.end());
         for (QString const &file : found)
             files.push_back(file.toUtf8().toStdString());

@@ -55,6 +55,6 @@ private:
 };
 
 // The files that PATHS name: a file as given, a folder as every *.conf and
-// *.xml file below it, sorted by path. A path that is neither stays in the
-// list, so that its verdict tells it can't be read.
+// *.xml file below it (a link that leads nowhere too), sorted by path. A path
+// that is neither stays in the list, so that its verdict tells it can't be read.
 std::vector<std::string> configFilesOf(std::vector<std::string> const &paths);
