@@ -31,5 +31,22 @@ add_custom_target(orvex_icon ALL DEPENDS ${ORVEX_ICON_PNG})
 install(FILES ${CMAKE_SOURCE_DIR}/packaging/orvex-config-manager.desktop
         DESTINATION share/applications)
 install(FILES ${ORVEX_ICON_PNG} DESTINATION share/icons/hicolor/32x32/apps)
-install(FILES ${CMAKE_SOURCE_DIR}/docs/schema-guide.md
+install(FILES ${CMAKE_SOURCE_DIR}/docs/schema-guide.md ${CMAKE_SOURCE_DIR}/docs/orvexctl.md
         DESTINATION share/doc/orvex-config-manager)
+
+# orvexctl's manual page, made by help2man from its --help and --version and
+# the sections that scripts need (JSON fields, exit status), compressed as
+# Debian keeps manual pages.
+find_program(ORVEX_HELP2MAN help2man REQUIRED)
+find_program(ORVEX_GZIP gzip REQUIRED)
+set(ORVEX_MANPAGE ${CMAKE_BINARY_DIR}/packaging/orvexctl.1)
+add_custom_command(OUTPUT ${ORVEX_MANPAGE}.gz
+  COMMAND ${CMAKE_COMMAND} -E env ASAN_OPTIONS=detect_leaks=0
+          ${ORVEX_HELP2MAN} --no-info --section=1 --name "command-line companion of Orvex Config Manager"
+          --include ${CMAKE_SOURCE_DIR}/packaging/orvexctl.h2m --output ${ORVEX_MANPAGE}
+          $<TARGET_FILE:orvexctl>
+  COMMAND ${ORVEX_GZIP} -9nf ${ORVEX_MANPAGE}
+  DEPENDS orvexctl ${CMAKE_SOURCE_DIR}/packaging/orvexctl.h2m
+  COMMENT "Making the manual page of orvexctl")
+add_custom_target(orvex_manpage ALL DEPENDS ${ORVEX_MANPAGE}.gz)
+install(FILES ${ORVEX_MANPAGE}.gz DESTINATION share/man/man1)

@@ -39,6 +39,10 @@ for f in orvex/default/schema-userconf.xsd orvex/default/tracking-default.conf \
     [ -f "$app/$f" ] || fail "$app/$f is missing"
 done
 [ -f "$prefix/share/doc/orvex-config-manager/schema-guide.md" ] || fail "schema guide missing"
+[ -f "$prefix/share/doc/orvex-config-manager/orvexctl.md" ] || fail "orvexctl.md missing"
+man=$prefix/share/man/man1/orvexctl.1.gz
+[ -f "$man" ] || fail "orvexctl's manual page missing"
+gzip -dc "$man" | grep -q '^\.SH "JSON OUTPUT"' || fail "the manual page lacks the JSON fields"
 
 # The launchers are links that lead to the real executables, beside which the
 # schema lies.
@@ -108,7 +112,8 @@ for f in ./usr/lib/orvex-config-manager/orvex-config-manager \
          ./usr/lib/orvex-config-manager/orvex/default/schema-userconf.xsd \
          ./usr/lib/orvex-config-manager/orvex/default/tracking-default.conf \
          ./usr/share/applications/orvex-config-manager.desktop \
-         ./usr/share/icons/hicolor/32x32/apps/orvex-config-manager.png; do
+         ./usr/share/icons/hicolor/32x32/apps/orvex-config-manager.png \
+         ./usr/share/man/man1/orvexctl.1.gz; do
     grep -qx "$f" contents.txt || fail "package lacks $f"
 done
 for program in orvex-config-manager orvexctl; do
