@@ -108,6 +108,8 @@ private:
 private slots:
     void init();
 
+    void helpTellsJsonOption_data();
+    void helpTellsJsonOption();
     void documentIsAloneOnStandardOutput_data();
     void documentIsAloneOnStandardOutput();
     void listTurnsBackIntoPlainLines();
@@ -135,6 +137,31 @@ void TestOrvexctlJson::_runBoth(QStringList const &args, Run &plain, QJsonObject
     QCOMPARE(json.err, plain.err);
     document = CtlProcess::document(json);
     QVERIFY2(!document.isEmpty(), json.out.constData());
+}
+
+void TestOrvexctlJson::helpTellsJsonOption_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<bool>("takesJson");
+    for (char const *command : { "check-schema", "validate", "describe", "search", "list", "get",
+             "update", "diff", "tle-check" })
+        QTest::newRow(command) << QString::fromLatin1(command) << true;
+    QTest::newRow("set") << "set" << false;
+    QTest::newRow("new") << "new" << false;
+}
+
+void TestOrvexctlJson::helpTellsJsonOption()
+{
+    QFETCH(QString, command);
+    QFETCH(bool, takesJson);
+    Run const help = run(_dir->path(), { command, QStringLiteral("--help") });
+    QCOMPARE(help.status, 0);
+    QVERIFY(help.out.startsWith("Usage: orvexctl " + command.toUtf8() + ' '));
+    QVERIFY(help.out.contains("Exit status: 0 success, 1 done with remarks, 2 failure."));
+    QCOMPARE(help.out.contains("\n  --json "), takesJson);
+    // A command without it refuses the option rather than print plain text.
+    if (!takesJson)
+        QCOMPARE(run(_dir->path(), { command, QStringLiteral("--json") }).status, 2);
 }
 
 void TestOrvexctlJson::documentIsAloneOnStandardOutput_data()
