@@ -130,21 +130,31 @@ void _printValue(ParameterValue const &value)
     }
 }
 
+// Values as list prints them, one line each.
+void _printLines(std::vector<ParameterValue> const &values)
+{
+    for (ParameterValue const &value : values)
+        for (ValueLine const &line : linesOf(value, true))
+            Console::print(toText(line));
+}
+
+QJsonArray _jsonParameters(std::vector<ParameterValue> const &values)
+{
+    QJsonArray parameters;
+    for (ParameterValue const &value : values)
+        parameters.append(jsonParameter(value));
+    return parameters;
+}
+
 // A section: every line below it, or {"path", "parameters"}.
 void _showSection(Parameter const *node)
 {
     std::vector<ParameterValue> const values = parameterValues(node);
-    if (!Console::json()) {
-        for (ParameterValue const &value : values)
-            for (ValueLine const &line : linesOf(value, true))
-                Console::print(toText(line));
-        return;
-    }
-    QJsonArray parameters;
-    for (ParameterValue const &value : values)
-        parameters.append(jsonParameter(value));
-    Console::result({ { QStringLiteral("path"), jsonText(pathOf(node)) },
-        { QStringLiteral("parameters"), parameters } });
+    if (Console::json())
+        Console::result({ { QStringLiteral("path"), jsonText(pathOf(node)) },
+            { QStringLiteral("parameters"), _jsonParameters(values) } });
+    else
+        _printLines(values);
 }
 
 void _showValue(ParameterValue const &value)
@@ -445,18 +455,13 @@ int runList(Arguments const &args)
         return Console::Failure;
     std::vector<ParameterValue> const values = parameterValues(tree.root());
     if (!Console::json()) {
-        for (ParameterValue const &value : values)
-            for (ValueLine const &line : linesOf(value, true))
-                Console::print(toText(line));
+        _printLines(values);
         return status;
     }
-    QJsonArray parameters;
-    for (ParameterValue const &value : values)
-        parameters.append(jsonParameter(value));
     Console::result({ { QStringLiteral("file"), jsonText(config) },
         { QStringLiteral("version"), jsonText(tree.version()) },
         { QStringLiteral("service"), jsonText(tree.service()) },
-        { QStringLiteral("parameters"), parameters } });
+        { QStringLiteral("parameters"), _jsonParameters(values) } });
     return status;
 }
 
