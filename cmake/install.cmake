@@ -131,4 +131,5 @@ install(FILES ${ORVEX_PACKAGING_SOURCE}/orvex-config-manager.xml DESTINATION sha
 
 install(FILES ${ORVEX_PACKAGING_SOURCE}/copyright ${ORVEX_PACKAGING_BUILD}/changelog.gz
               ${CMAKE_SOURCE_DIR}/docs/user-guide.md ${CMAKE_SOURCE_DIR}/docs/schema-guide.md
+              ${CMAKE_SOURCE_DIR}/docs/orvexctl.md
         DESTINATION ${ORVEX_INSTALL_DOCDIR})

@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: MIT
 # Builds the benchmarks in Release and runs them all: the TLE checker, the
 # engine at 300, 3,000 and 30,000 parameters, the pages, search and TLE paste
-# on the offscreen platform, memory, and start-up. Prints one table, the goals
+# on the offscreen platform, memory, start-up, and orvexctl's validate of 1,000
+# files beside xmllint and list --json of 3,000 parameters. Prints one table, the goals
 # met or missed, and writes bench-results/bench.csv (and engine.png where
 # gnuplot is installed).
 #
@@ -29,7 +30,7 @@ while [ $# -gt 0 ]; do
 done
 
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DORVEX_BUILD_BENCHMARKS=ON >/dev/null
-cmake --build "$build" -j"$(nproc)" --target bench_tle bench_engine_scale bench_gui_scale bench_startup
+cmake --build "$build" -j"$(nproc)" --target bench_tle bench_engine_scale bench_gui_scale bench_startup bench_orvexctl
 
 out=bench-results
 csv=$out/bench.csv
@@ -64,6 +65,8 @@ echo "== pages, search, memory, TLE paste"
 "$bin/bench_gui_scale" --clock "$clock" --csv "$csv" "${runs[@]}"
 echo "== start-up"
 "$bin/bench_startup" --csv "$csv" "${runs[@]}"
+echo "== orvexctl: validate beside xmllint, list --json"
+"$bin/bench_orvexctl" --clock "$clock" --csv "$csv" "${runs[@]}"
 
 echo
 echo "== results: times in ms ($clock time), speeds in MB/s, memory in MB;"
@@ -98,6 +101,14 @@ awk -F, '
         goal(sprintf("%s: %.0f ms < 250", f, value[f]), value[f] < 250);
       else if (f == "paste_20000_sets_ms")
         goal(sprintf("%s: %.0f ms < 1500", f, value[f]), value[f] < 1500);
+      else if (f ~ /^validate_[0-9]+_files_one_call_ms$/) {
+        n = f; gsub(/[^0-9]/, "", n);
+        goal(sprintf("%s: %.0f ms <= 0.1 x one call per file (%.0f ms); %.1f x xmllint", f, value[f],
+                     n * value["validate_1_file_per_call_ms"], ratio[f]),
+             value[f] <= 0.1 * n * value["validate_1_file_per_call_ms"]);
+      }
+      else if (f ~ /^list_json_[0-9]+_ms$/)
+        goal(sprintf("%s: %.0f ms <= 1.5 x plain list %.0f ms (%.2f)", f, value[f], base[f], ratio[f]), ratio[f] <= 1.5);
       else if (f == "peak_rss_open_3000_MB")
         goal(sprintf("%s: %.1f MB < 150", f, value[f]), value[f] < 150);
     }

@@ -17,3 +17,5 @@ int runNew(Arguments const &args);
 int runUpdate(Arguments const &args);
 int runDiff(Arguments const &args);
 int runTleCheck(Arguments const &args);
+int runDescribe(Arguments const &args);
+int runSearch(Arguments const &args);

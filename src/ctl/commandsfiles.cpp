@@ -7,6 +7,7 @@
 #include "ctl/commandsupport.h"
 #include "ctl/console.h"
 #include "ctl/filecompare.h"
+#include "ctl/jsonvalues.h"
 #include "model/parameter.h"
 
 #include <QDomDocument>
@@ -68,6 +69,33 @@ void _printReport(FileComparison const &report)
     _printSection("Filled from the default configuration:", _texts(report.lacking));
     _printSection("Refused by the schema, the default kept:", report.refused);
     _printSection("Dropped, not declared by the schema:", report.unknown);
+}
+
+QJsonArray _jsonLines(std::vector<ValueLine> const &lines)
+{
+    QJsonArray array;
+    for (ValueLine const &line : lines)
+        array.append(QJsonObject { { QStringLiteral("path"), jsonText(line.key) },
+            { QStringLiteral("value"), jsonText(line.value) } });
+    return array;
+}
+
+// What update did or would do: {"file", "service", "from", "to", "updated"},
+// and for an update "output", "backup", "dry_run" and the report.
+QJsonObject _jsonUpdate(ConfigTree const &old, std::string const &config, std::string const &to)
+{
+    return { { QStringLiteral("file"), jsonText(config) },
+        { QStringLiteral("service"), jsonText(old.service()) },
+        { QStringLiteral("from"), jsonText(old.version()) }, { QStringLiteral("to"), jsonText(to) },
+        { QStringLiteral("updated"), false } };
+}
+
+void _addJsonReport(QJsonObject &document, FileComparison const &report)
+{
+    document.insert(QStringLiteral("kept"), _jsonLines(report.taken));
+    document.insert(QStringLiteral("filled"), _jsonLines(report.lacking));
+    document.insert(QStringLiteral("refused"), jsonTexts(report.refused));
+    document.insert(QStringLiteral("dropped"), jsonTexts(report.unknown));
 }
 
 // The old file's values and what the update makes of them. The version line
@@ -147,6 +175,7 @@ int runUpdate(Arguments const &args)
 {
     std::string const &config = args.positional()[0];
     bool const inPlace = !args.isSet("--output");
+    bool const dryRun = args.isSet("--dry-run");
     std::string const out = inPlace ? config : args.value("--output");
     SchemaLocation const location = locationOf(args);
 
@@ -163,7 +192,9 @@ int runUpdate(Arguments const &args)
     }
     if (!checkVersionAndService(old, config))
         return Console::Failure;
+    QJsonObject document = _jsonUpdate(old, config, old.version());
     if (Version(old.version()) == old.newestVersion()) {
+        Console::result(document);
         Console::message(
             config + " is at the newest version " + old.version() + "; nothing to update");
         return Console::Ok;
@@ -187,14 +218,30 @@ int runUpdate(Arguments const &args)
         status = Console::Remarks;
     tree.versionParameter()->setValue(tree.newestVersionText());
 
-    if (inPlace && !_backUp(config))
-        return Console::Failure;
-    int const written = writeTree(tree, out);
-    if (written == Console::Failure)
-        return Console::Failure;
-    Console::print("Updated " + config + " from version " + old.version() + " to "
-        + tree.newestVersionText() + " (service " + old.service() + "), written to " + out
-        + (inPlace ? "; the old file is kept as " + config + ".bak" : ""));
+    std::string const backup = inPlace && !dryRun ? config + ".bak" : std::string();
+    document = _jsonUpdate(old, config, tree.newestVersionText());
+    document.insert(QStringLiteral("dry_run"), dryRun);
+    document.insert(QStringLiteral("output"), jsonText(out));
+    document.insert(QStringLiteral("backup"), backup.empty() ? QJsonValue() : jsonText(backup));
+    _addJsonReport(document, report);
+    Console::result(document);
+    std::string const change = config + " from version " + old.version() + " to "
+        + tree.newestVersionText() + " (service " + old.service() + ")";
+    int written = Console::Ok;
+    if (dryRun) {
+        Console::print("Would update " + change + " and write it to " + out
+            + "; nothing is written (dry run)");
+    } else {
+        if (inPlace && !_backUp(config))
+            return Console::Failure;
+        written = writeTree(tree, out);
+        if (written == Console::Failure)
+            return Console::Failure;
+        document.insert(QStringLiteral("updated"), true);
+        Console::result(document);
+        Console::print("Updated " + change + ", written to " + out
+            + (inPlace ? "; the old file is kept as " + backup : ""));
+    }
     _printReport(report);
     return Console::worse(status, written);
 }

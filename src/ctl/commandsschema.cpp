@@ -5,9 +5,13 @@
 #include "ctl/arguments.h"
 #include "ctl/commands.h"
 #include "ctl/commandsupport.h"
+#include "ctl/configvalidator.h"
 #include "ctl/console.h"
+#include "ctl/description.h"
+#include "ctl/jsonvalues.h"
 #include "ctl/schemaoutline.h"
 #include "engine/orvexconfiglib.h"
+#include "model/parameter.h"
 
 #include <QDomDocument>
 #include <QFile>
@@ -47,6 +51,72 @@ void _quote(std::string const &path, int line)
     Console::lines({ "  " + std::to_string(line) + " | " + text.trimmed().toStdString() });
 }
 
+// The outline as a tree: each node's description, and a section's children.
+QJsonObject _rec_jsonOutline(Parameter const *node)
+{
+    Description description = describeNode(node);
+    QJsonObject object = jsonDescription(description, false);
+    object.insert(QStringLiteral("key"), jsonText(node->getParameterKey()));
+    if (node->getGlobalType() != Parameter::GlobalType::Complex)
+        return object;
+    QJsonArray children;
+    for (Parameter const *child : dynamic_cast<ParameterComplex const *>(node)->getChildrenPtrs())
+        if (child)
+            children.append(_rec_jsonOutline(child));
+    object.insert(QStringLiteral("children"), children);
+    return object;
+}
+
+QJsonObject _jsonSchema(ConfigTree const &tree, SchemaLocation const &location)
+{
+    return { { QStringLiteral("schema"), jsonText(location.schemaPath) },
+        { QStringLiteral("versions"), jsonTexts(tree.versions()) },
+        { QStringLiteral("newest"), jsonText(tree.newestVersionText()) },
+        { QStringLiteral("services"), jsonTexts(tree.services()) },
+        { QStringLiteral("root"), _rec_jsonOutline(tree.root()) } };
+}
+
+// ----------------------------------------------------------------- validate
+
+std::string _findingText(std::string const &file, Finding const &finding)
+{
+    return file + ":" + std::to_string(finding.line) + ":" + std::to_string(finding.column) + ": "
+        + finding.message;
+}
+
+// The verdict in the words of the engine's validateXML, on standard error,
+// with the line of the file at which the validator stopped.
+void _tellInvalid(FileVerdict const &verdict, std::string const &schemaPath)
+{
+    Finding const last = verdict.opened ? verdict.findings.back() : Finding { -1, -1, {} };
+    Console::message(verdict.file + " is not valid against " + schemaPath + ":");
+    Console::lines({ verdict.opened ? "XML is not valid" : "XML is not opened",
+        "file is invalid at: line: " + std::to_string(last.line)
+            + ", column: " + std::to_string(last.column) });
+    _quote(verdict.file, last.line);
+}
+
+QJsonObject _jsonVerdict(FileVerdict const &verdict)
+{
+    QJsonArray findings;
+    for (Finding const &finding : verdict.findings)
+        findings.append(QJsonObject { { QStringLiteral("line"), finding.line },
+            { QStringLiteral("column"), finding.column },
+            { QStringLiteral("message"), jsonText(finding.message) } });
+    return { { QStringLiteral("file"), jsonText(verdict.file) },
+        { QStringLiteral("valid"), verdict.valid }, { QStringLiteral("messages"), findings } };
+}
+
+// A refused schema, in the engine's words, and where in it.
+void _tellRefusedSchema(SchemaLocation const &location)
+{
+    std::vector<std::string> errors;
+    OrvexConfigLib::validateXSD(errors, location.schemaPath);
+    Console::message("the schema " + location.schemaPath + " is refused; no file is validated:");
+    Console::lines(errors);
+    _quote(location.schemaPath, _locationLine(errors));
+}
+
 } // namespace
 
 int runCheckSchema(Arguments const &args)
@@ -64,7 +134,10 @@ int runCheckSchema(Arguments const &args)
     if (openSchema(tree, location) != Console::Ok)
         return Console::Failure;
 
-    _printHeading(tree, location);
+    if (Console::json())
+        Console::result(_jsonSchema(tree, location));
+    else
+        _printHeading(tree, location);
     for (std::string const &line : schemaOutline(tree))
         Console::print(line);
 
@@ -80,17 +153,37 @@ int runCheckSchema(Arguments const &args)
 
 int runValidate(Arguments const &args)
 {
-    std::string const config = args.positional()[0];
     SchemaLocation const location = locationOf(args);
-    std::vector<std::string> errors;
-    if (OrvexConfigLib::validateXML(errors, location.schemaPath, config) == Console::Ok) {
-        Console::print(config + ": valid");
-        return Console::Ok;
+    ConfigValidator validator;
+    if (!validator.loadSchema(location.schemaPath)) {
+        _tellRefusedSchema(location);
+        return Console::Failure;
     }
-    Console::message(config + " is not valid against " + location.schemaPath + ":");
-    Console::lines(errors);
-    // A refused schema is told by lines that begin with "XSD"; the location is then in it.
-    bool const inSchema = !errors.empty() && errors.front().compare(0, 3, "XSD") == 0;
-    _quote(inSchema ? location.schemaPath : config, _locationLine(errors));
-    return Console::Failure;
+    std::vector<std::string> const files = configFilesOf(args.positional());
+    QJsonArray verdicts;
+    int valid = 0;
+    for (std::string const &file : files) {
+        FileVerdict const verdict = validator.validate(file);
+        if (verdict.valid) {
+            ++valid;
+            Console::print(file + ": valid");
+        } else {
+            for (Finding const &finding : verdict.findings)
+                Console::print(_findingText(file, finding));
+            _tellInvalid(verdict, location.schemaPath);
+        }
+        verdicts.append(_jsonVerdict(verdict));
+    }
+    int const invalid = int(files.size()) - valid;
+    Console::print(std::to_string(valid) + " valid, " + std::to_string(invalid) + " invalid");
+    if (Console::json())
+        Console::result({ { QStringLiteral("files"), verdicts }, { QStringLiteral("valid"), valid },
+            { QStringLiteral("invalid"), invalid } });
+    if (invalid > 0)
+        return Console::Failure;
+    if (files.empty()) {
+        Console::message("no *.conf or *.xml file to validate");
+        return Console::Remarks;
+    }
+    return Console::Ok;
 }

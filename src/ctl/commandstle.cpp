@@ -9,6 +9,7 @@
 #include "tle/checkertle.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 
 namespace {
 
@@ -52,6 +53,10 @@ int runTleCheck(Arguments const &args)
     if (status == Console::Failure)
         return Console::Failure;
 
+    if (Console::json())
+        Console::result(
+            { { QStringLiteral("file"), QString::fromUtf8(args.positional()[0].c_str()) },
+                { QStringLiteral("sets"), tleReportJson(tles, nowMs) } });
     if (args.isSet("--report")) {
         for (std::string const &row : tleReport(tles, nowMs))
             Console::print(row);

@@ -6,11 +6,17 @@
 #include "ctl/commands.h"
 #include "ctl/commandsupport.h"
 #include "ctl/console.h"
+#include "ctl/jsonvalues.h"
 #include "ctl/valuetext.h"
 #include "model/parameter.h"
 #include "tle/checkertle.h"
 
+#include <QFile>
+
 #include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <optional>
 
 namespace {
 
@@ -65,44 +71,25 @@ bool _parseTLEs(std::string const &text, std::vector<ModelTLE> &tles)
 
 // ------------------------------------------------------------------- get
 
-bool _getWhole(Parameter const *node, std::vector<std::string> &out)
-{
-    switch (node->getGlobalType()) {
-    case Parameter::GlobalType::Simple:
-        out.push_back(dynamic_cast<ParameterSimple const *>(node)->getValue());
-        break;
-    case Parameter::GlobalType::List:
-        out = dynamic_cast<ParameterList const *>(node)->getValues();
-        break;
-    case Parameter::GlobalType::ListTLEs: {
-        std::vector<ModelTLE> const tles = dynamic_cast<ParameterListTLEs const *>(node)->getTLEs();
-        if (!tles.empty())
-            out.push_back(_tleText(tles));
-        break;
-    }
-    case Parameter::GlobalType::Complex:
-        for (ValueLine const &line : valueLines(node, true))
-            out.push_back(toText(line));
-        break;
-    }
-    return true;
-}
-
 std::string _countText(std::size_t count)
 {
     return "has " + itemsText(static_cast<long long>(count));
 }
 
-bool _getItem(Parameter const *node, ValuePath const &path, std::vector<std::string> &out,
-    std::string &refusal)
+// One item of a list, one set of a TLE list or one line of a set, as a value
+// of its own under its indexed path.
+bool _getItem(
+    Parameter const *node, ValuePath const &path, ParameterValue &out, std::string &refusal)
 {
     std::size_t const index = static_cast<std::size_t>(path.index);
+    out.path = pathOf(node) + "[" + std::to_string(index) + "]";
     if (node->getGlobalType() == Parameter::GlobalType::List && path.line < 0) {
-        std::vector<std::string> const items
-            = dynamic_cast<ParameterList const *>(node)->getValues();
+        auto const *list = dynamic_cast<ParameterList const *>(node);
+        std::vector<std::string> const items = list->getValues();
         if (index >= items.size())
             return _refuse(refusal, _countText(items.size()));
-        out.push_back(items[index]);
+        out.type = typeName(list->getSimpleType());
+        out.value = items[index];
         return true;
     }
     if (node->getGlobalType() != Parameter::GlobalType::ListTLEs) {
@@ -113,9 +100,69 @@ bool _getItem(Parameter const *node, ValuePath const &path, std::vector<std::str
     if (index >= tles.size())
         return _refuse(refusal, _countText(tles.size()));
     ModelTLE const &tle = tles[index];
+    out.type = typeName(ParameterSimple::TLE);
+    if (path.line < 0) {
+        out.kind = ParameterValue::TLEs;
+        out.sets = { tle };
+        return true;
+    }
     std::string const lines[] = { tle.line0, tle.line1, tle.line2 };
-    out.push_back(path.line < 0 ? _tleText({ tle }) : lines[path.line]);
+    out.path += "/Line" + std::to_string(path.line);
+    out.value = lines[path.line];
     return true;
+}
+
+// A value as get prints it: a list one item a line, a TLE list as the text of its sets.
+void _printValue(ParameterValue const &value)
+{
+    switch (value.kind) {
+    case ParameterValue::Simple:
+        Console::print(value.value);
+        break;
+    case ParameterValue::List:
+        for (std::string const &item : value.values)
+            Console::print(item);
+        break;
+    case ParameterValue::TLEs:
+        if (!value.sets.empty())
+            Console::print(_tleText(value.sets));
+        break;
+    }
+}
+
+// Values as list prints them, one line each.
+void _printLines(std::vector<ParameterValue> const &values)
+{
+    for (ParameterValue const &value : values)
+        for (ValueLine const &line : linesOf(value, true))
+            Console::print(toText(line));
+}
+
+QJsonArray _jsonParameters(std::vector<ParameterValue> const &values)
+{
+    QJsonArray parameters;
+    for (ParameterValue const &value : values)
+        parameters.append(jsonParameter(value));
+    return parameters;
+}
+
+// A section: every line below it, or {"path", "parameters"}.
+void _showSection(Parameter const *node)
+{
+    std::vector<ParameterValue> const values = parameterValues(node);
+    if (Console::json())
+        Console::result({ { QStringLiteral("path"), jsonText(pathOf(node)) },
+            { QStringLiteral("parameters"), _jsonParameters(values) } });
+    else
+        _printLines(values);
+}
+
+void _showValue(ParameterValue const &value)
+{
+    if (Console::json())
+        Console::result(jsonParameter(value));
+    else
+        _printValue(value);
 }
 
 // ------------------------------------------------------------------- set
@@ -241,6 +288,15 @@ bool _apply(Parameter *node, ValuePath const &path, std::vector<std::string> con
 
 // ------------------------------------------------------------------ diff
 
+// One line of diff: a value of the configuration against the default's; a
+// side without the item or line is null, printed as "(none)".
+struct _Difference
+{
+    std::string path;
+    std::optional<std::string> value;
+    std::optional<std::string> fallback;
+};
+
 std::string const _none = "(none)";
 
 std::string const *_valueOf(std::vector<ValueLine> const &lines, std::string const &key)
@@ -250,9 +306,47 @@ std::string const *_valueOf(std::vector<ValueLine> const &lines, std::string con
     return it == lines.end() ? nullptr : &it->value;
 }
 
+QJsonValue _jsonOrNull(std::optional<std::string> const &text)
+{
+    return text ? jsonText(*text) : QJsonValue(QJsonValue::Null);
+}
+
+std::optional<std::string> _optional(std::string const *text)
+{
+    return text ? std::optional<std::string>(*text) : std::nullopt;
+}
+
+class _Differ
+{
+public:
+    void run(ParameterComplex const *mine, ParameterComplex const *theirs)
+    {
+        _rec_diff(mine, theirs);
+        for (_Difference const &difference : _differences)
+            Console::print(difference.path + " = " + difference.value.value_or(_none)
+                + "  # default: " + difference.fallback.value_or(_none));
+    }
+
+    QJsonArray json() const
+    {
+        QJsonArray differences;
+        for (_Difference const &difference : _differences)
+            differences.append(QJsonObject { { QStringLiteral("path"), jsonText(difference.path) },
+                { QStringLiteral("value"), _jsonOrNull(difference.value) },
+                { QStringLiteral("default"), _jsonOrNull(difference.fallback) } });
+        return differences;
+    }
+
+private:
+    void _diffParameter(Parameter const *mine, Parameter const *theirs);
+    void _rec_diff(ParameterComplex const *mine, ParameterComplex const *theirs);
+
+    std::vector<_Difference> _differences;
+};
+
 // The lines of one parameter whose values differ, each with its default; an
 // item on one side only stands against "(none)".
-void _diffParameter(Parameter const *mine, Parameter const *theirs)
+void _Differ::_diffParameter(Parameter const *mine, Parameter const *theirs)
 {
     std::vector<ValueLine> const own = valueLines(mine, false);
     std::vector<ValueLine> const defaults = valueLines(theirs, false);
@@ -261,15 +355,15 @@ void _diffParameter(Parameter const *mine, Parameter const *theirs)
     for (ValueLine const &line : own) {
         std::string const *value = _valueOf(defaults, line.key);
         if (!value || *value != line.value)
-            Console::print(toText(line) + "  # default: " + (value ? *value : _none));
+            _differences.push_back({ line.key, line.value, _optional(value) });
     }
     for (ValueLine const &line : defaults)
         if (!_valueOf(own, line.key))
-            Console::print(line.key + " = " + _none + "  # default: " + line.value);
+            _differences.push_back({ line.key, std::nullopt, line.value });
 }
 
 // Both trees come from one schema, so their children stand side by side.
-void _rec_diff(ParameterComplex const *mine, ParameterComplex const *theirs)
+void _Differ::_rec_diff(ParameterComplex const *mine, ParameterComplex const *theirs)
 {
     std::vector<Parameter *> const own = mine->getChildrenPtrs();
     std::vector<Parameter *> const defaults = theirs->getChildrenPtrs();
@@ -284,16 +378,90 @@ void _rec_diff(ParameterComplex const *mine, ParameterComplex const *theirs)
     }
 }
 
+// ------------------------------------------------------------- from file
+
+// The whole of a file, or of standard input for "-"; false when it can't be read.
+bool _readValueText(std::string const &source, std::string &text)
+{
+    if (source == "-") {
+        text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+        return !std::cin.bad();
+    }
+    QFile file(QString::fromUtf8(source.c_str()));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    text = file.readAll().toStdString();
+    return true;
+}
+
+// The text without its last line end, as an editor leaves one behind.
+std::string _withoutLastLineEnd(std::string text)
+{
+    if (!text.empty() && text.back() == '\n')
+        text.pop_back();
+    if (!text.empty() && text.back() == '\r')
+        text.pop_back();
+    return text;
+}
+
+// A whole list takes one item a line; everything else the text as one value.
+std::vector<std::string> _valuesOfText(
+    Parameter const *node, ValuePath const &path, std::string const &text)
+{
+    if (node->getGlobalType() != Parameter::GlobalType::List || path.index >= 0)
+        return { _withoutLastLineEnd(text) };
+    std::vector<std::string> items;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        std::size_t end = text.find('\n', start);
+        if (end == std::string::npos)
+            end = text.size();
+        items.push_back(_withoutLastLineEnd(text.substr(start, end - start)));
+        start = end + 1;
+    }
+    return items;
+}
+
+// The values of set: its arguments, or the text of --from-file.
+bool _valuesToSet(Arguments const &args, Parameter const *node, ValuePath const &path,
+    std::vector<std::string> &values)
+{
+    values.assign(args.positional().begin() + 2, args.positional().end());
+    if (!args.isSet("--from-file"))
+        return true;
+    std::string const source = args.value("--from-file");
+    if (!values.empty()) {
+        Console::message("give the value either as arguments or with --from-file, not both");
+        return false;
+    }
+    std::string text;
+    if (!_readValueText(source, text)) {
+        Console::message(
+            (source == "-" ? std::string("standard input") : source) + " cannot be read");
+        return false;
+    }
+    values = _valuesOfText(node, path, text);
+    return true;
+}
+
 } // namespace
 
 int runList(Arguments const &args)
 {
+    std::string const &config = args.positional()[0];
     ConfigTree tree;
-    int const status = openConfig(tree, locationOf(args), args.positional()[0]);
+    int const status = openConfig(tree, locationOf(args), config);
     if (status == Console::Failure)
         return Console::Failure;
-    for (ValueLine const &line : valueLines(tree.root(), true))
-        Console::print(toText(line));
+    std::vector<ParameterValue> const values = parameterValues(tree.root());
+    if (!Console::json()) {
+        _printLines(values);
+        return status;
+    }
+    Console::result({ { QStringLiteral("file"), jsonText(config) },
+        { QStringLiteral("version"), jsonText(tree.version()) },
+        { QStringLiteral("service"), jsonText(tree.service()) },
+        { QStringLiteral("parameters"), _jsonParameters(values) } });
     return status;
 }
 
@@ -314,15 +482,21 @@ int runGet(Arguments const &args)
         Console::message("the schema has no parameter " + path.parameter);
         return Console::Failure;
     }
-    std::vector<std::string> out;
+    if (path.index < 0 && node->getGlobalType() == Parameter::GlobalType::Complex) {
+        _showSection(node);
+        return status;
+    }
+    if (path.index < 0) {
+        _showValue(parameterValues(node).front());
+        return status;
+    }
+    ParameterValue item;
     std::string refusal;
-    bool const found = path.index < 0 ? _getWhole(node, out) : _getItem(node, path, out, refusal);
-    if (!found) {
+    if (!_getItem(node, path, item, refusal)) {
         Console::message(path.parameter + " " + refusal);
         return Console::Failure;
     }
-    for (std::string const &line : out)
-        Console::print(line);
+    _showValue(item);
     return status;
 }
 
@@ -330,7 +504,6 @@ int runSet(Arguments const &args)
 {
     std::string const &config = args.positional()[0];
     std::string const &pathText = args.positional()[1];
-    std::vector<std::string> const values(args.positional().begin() + 2, args.positional().end());
     ValuePath path;
     if (!parseValuePath(pathText, path)) {
         Console::message(pathText + " is not a parameter path");
@@ -345,6 +518,9 @@ int runSet(Arguments const &args)
         Console::message("the schema has no parameter " + path.parameter);
         return Console::Failure;
     }
+    std::vector<std::string> values;
+    if (!_valuesToSet(args, node, path, values))
+        return Console::Failure;
     std::string refusal;
     if (!_apply(node, path, values, refusal)) {
         Console::message(pathText + ": " + refusal + "; " + config + " is left as it was");
@@ -368,6 +544,11 @@ int runDiff(Arguments const &args)
         = overlay(defaults, location.defaultConfig(tree.service()), "the default configuration");
     if (defaultStatus == Console::Failure)
         return Console::Failure;
-    _rec_diff(tree.root(), defaults.root());
+    _Differ differ;
+    differ.run(tree.root(), defaults.root());
+    if (Console::json())
+        Console::result({ { QStringLiteral("file"), jsonText(config) },
+            { QStringLiteral("service"), jsonText(tree.service()) },
+            { QStringLiteral("differences"), differ.json() } });
     return Console::worse(status, defaultStatus);
 }

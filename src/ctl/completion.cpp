@@ -131,6 +131,9 @@ bool _repeats(std::string const &placeholder)
 
 std::vector<std::string> _offer(std::string placeholder, std::string const &schema)
 {
+    // "PATH..." of validate is files and folders: a command takes one parameter path.
+    if (placeholder == "PATH...")
+        return { _filesAnswer };
     if (_repeats(placeholder))
         placeholder.resize(placeholder.size() - 3);
     if (placeholder.empty())

@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <iostream>
 
 namespace {
@@ -28,11 +29,18 @@ struct Command
 
 OptionInfo const _helpOption { "--help", "-h", false };
 OptionInfo const _schemaOption { "--schema", "", true };
+OptionInfo const _jsonOption { "--json", "", false };
 
 char const *const _schemaText
     = "  --schema SCHEMA  the schema to use; the default configurations are\n"
       "                   looked up beside it (default: orvex/default/\n"
       "                   schema-userconf.xsd beside this program)\n";
+
+char const *const _jsonText
+    = "  --json           print one JSON document on standard output instead, with\n"
+      "                   the messages of standard error also in its \"messages\";\n"
+      "                   the exit status is the same (docs/orvexctl.md tells the\n"
+      "                   fields)\n";
 
 char const *const _rewriteText
     = "The file is written from the schema's parameters, as the desktop program\n"
@@ -50,41 +58,64 @@ std::vector<Command> const &_commands()
             "importance, visibility and services. Remarks on standard error tell what\n"
             "the program will read otherwise than written: declarations that make no\n"
             "parameter, unknown type names, missing or incomplete default\n"
-            "configurations, and the like.\n",
-            { _helpOption }, 0, 1, runCheckSchema },
-        { "validate", "validate CONFIG [--schema SCHEMA]",
-            "validate a configuration file against the schema",
-            "Validates CONFIG against the schema. On failure the validator's location\n"
-            "line and the line of the file it points to go to standard error.\n",
-            { _helpOption, _schemaOption }, 1, 1, runValidate },
+            "configurations, and the like. With --json the outline is a tree of\n"
+            "objects. Remarks: any of those remarks.\n",
+            { _helpOption, _jsonOption }, 0, 1, runCheckSchema },
+        { "validate", "validate PATH... [--schema SCHEMA]",
+            "validate configuration files against the schema",
+            "Validates each file against the schema, which is read once for all of\n"
+            "them. A folder stands for every *.conf and *.xml file below it, in sorted\n"
+            "order. Prints \"FILE: valid\", or \"FILE:LINE:COLUMN: message\" for each\n"
+            "finding (line and column 0 for a file that can't be read), then \"N valid,\n"
+            "M invalid\". For an invalid file the validator's location line and the\n"
+            "line of the file it points to also go to standard error.\n"
+            "Exit 2 when any file is invalid or can't be read. Remarks: a folder\n"
+            "without any such file, so that nothing was validated.\n",
+            { _helpOption, _schemaOption, _jsonOption }, 1, many, runValidate },
+        { "describe", "describe PATH [--schema SCHEMA]", "tell what the schema says of a parameter",
+            "Prints what the schema says of the parameter or section at PATH: display\n"
+            "name, type, what it allows (range, enumeration, list bounds), unit, the\n"
+            "value of each service's default configuration that holds it,\n"
+            "documentation and source, services, importance and visibility.\n"
+            "A path that the schema doesn't have fails. No remarks.\n",
+            { _helpOption, _schemaOption, _jsonOption }, 1, 1, runDescribe },
+        { "search", "search TEXT [--schema SCHEMA]", "find parameters by key, name, unit or text",
+            "Prints the parameters of every service whose key, display name, unit or\n"
+            "documentation contains TEXT, whatever the case, one a line:\n"
+            "\"path  display name  [services]\". Remarks: nothing matches.\n",
+            { _helpOption, _schemaOption, _jsonOption }, 1, 1, runSearch },
         { "list", "list CONFIG [--schema SCHEMA]", "print every parameter as path = value",
             "Prints one line per value, \"path/to/key = value\", in schema order: a list\n"
             "one line per item, \"key[0] = item\", a TLE list one line per line of each\n"
             "set, \"key[0]/Line1 = ...\", and a list without items its bare key with an\n"
             "empty value. Parameters that CONFIG lacks are told on standard error and\n"
-            "listed with an empty value.\n",
-            { _helpOption, _schemaOption }, 1, 1, runList },
+            "listed with an empty value. Remarks: parameters that CONFIG lacks.\n",
+            { _helpOption, _schemaOption, _jsonOption }, 1, 1, runList },
         { "get", "get CONFIG PATH [--schema SCHEMA]", "print one value",
             "Prints the value at PATH, written as \"list\" writes it: a parameter, a\n"
             "section (all lines below it), a list (one item a line), \"key[N]\" for one\n"
             "item or set, \"key[N]/Line1\" for one line of a set. A TLE list prints\n"
-            "its sets as text.\n",
-            { _helpOption, _schemaOption }, 2, 2, runGet },
-        { "set", "set CONFIG PATH VALUE... [--schema SCHEMA]", "change one value",
+            "its sets as text. Remarks: parameters that CONFIG lacks.\n",
+            { _helpOption, _schemaOption, _jsonOption }, 2, 2, runGet },
+        { "set", "set CONFIG PATH VALUE... [--from-file FILE]", "change one value",
             "Sets the value at PATH and writes CONFIG. A value that the schema\n"
             "doesn't allow is refused with what it allows, and CONFIG is left as it\n"
             "was. A list takes its items as separate VALUEs (none for an empty list);\n"
             "\"key[N]\" replaces item N, and N equal to the count appends one. A TLE\n"
             "list takes the text of its sets as one VALUE, \"key[N]/Line1\" one line.\n"
-            "Put \"--\" in front of values that begin with \"-\" and aren't numbers.\n",
-            { _helpOption, _schemaOption }, 2, many, runSet },
+            "Put \"--\" in front of values that begin with \"-\" and aren't numbers.\n"
+            "--from-file FILE takes the value from FILE instead, \"-\" for standard\n"
+            "input: a list one item a line, anything else the whole text without its\n"
+            "last line end (the text of the sets for a TLE list).\n"
+            "Remarks: parameters that CONFIG lacks, or a write with remarks.\n",
+            { _helpOption, _schemaOption, { "--from-file", "", true } }, 2, many, runSet },
         { "new", "new SERVICE OUT [--force] [--schema SCHEMA]",
             "create a configuration from a service's default",
             "Writes OUT as a new configuration of SERVICE, made from the service's\n"
             "default configuration <service>-default.conf, as the desktop program's\n"
             "New followed by Save As. An existing OUT is only replaced with --force.\n",
             { _helpOption, _schemaOption, { "--force", "-f", false } }, 2, 2, runNew },
-        { "update", "update CONFIG [-o OUT] [--schema SCHEMA]",
+        { "update", "update CONFIG [-o OUT] [--dry-run]",
             "bring a configuration up to the newest version",
             "Brings a configuration of an older supported version up to the newest:\n"
             "the default configuration of its service is read, CONFIG laid over it,\n"
@@ -93,21 +124,29 @@ std::vector<Command> const &_commands()
             "report tells the values kept from the old file, the parameters filled\n"
             "from the default, the values that the schema refuses now (the default\n"
             "stays), and the elements that the schema no longer declares (dropped).\n"
-            "A file at the newest version is left alone.\n",
-            { _helpOption, _schemaOption, { "--output", "-o", true } }, 1, 1, runUpdate },
+            "A file at the newest version is left alone. --dry-run prints the whole\n"
+            "report and writes nothing, not even the backup.\n"
+            "Remarks: values that the schema refuses now, lines of the engine other\n"
+            "than the parameters the old file lacks, or a write with remarks.\n",
+            { _helpOption, _schemaOption, { "--output", "-o", true }, { "--dry-run", "", false },
+                _jsonOption },
+            1, 1, runUpdate },
         { "diff", "diff CONFIG [--schema SCHEMA]",
             "print the values that differ from the service's default",
             "Prints the values of CONFIG that differ from the default configuration of\n"
             "its service, \"path = value  # default: value\"; an item or a line that\n"
-            "one side lacks stands against \"(none)\".\n",
-            { _helpOption, _schemaOption }, 1, 1, runDiff },
+            "one side lacks stands against \"(none)\".\n"
+            "Remarks: parameters that CONFIG or the default lacks.\n",
+            { _helpOption, _schemaOption, _jsonOption }, 1, 1, runDiff },
         { "tle-check", "tle-check FILE [--report [--at DATE]]", "check a file of TLE sets",
             "Reads the element sets of FILE as the TLE editor does. Its messages go to\n"
             "standard error, the good sets in their normal form to standard output.\n"
             "With --report a table of the good sets instead: catalog number, epoch,\n"
             "its age in days, inclination and mean motion. --at DATE counts the ages\n"
-            "at DATE (UTC) instead of now.\n",
-            { _helpOption, { "--report", "", false }, { "--at", "", true } }, 1, 1, runTleCheck },
+            "at DATE (UTC) instead of now. --json gives the report as JSON.\n"
+            "Remarks: sets that the checker refuses.\n",
+            { _helpOption, { "--report", "", false }, { "--at", "", true }, _jsonOption }, 1, 1,
+            runTleCheck },
         { "completion", "completion bash", "print the bash completion script",
             "Prints a bash completion script, to be sourced or installed as\n"
             "/usr/share/bash-completion/completions/orvexctl. It asks orvexctl itself\n"
@@ -135,6 +174,7 @@ std::string _usage()
     text += "\n"
             "The schema and the default configurations are those in orvex/default\n"
             "beside this program unless --schema names another schema.\n"
+            "Reading commands take --json for one JSON document on standard output.\n"
             "Exit status: 0 success, 1 done with remarks, 2 failure.\n"
             "\"orvexctl COMMAND --help\" tells more of one command.\n";
     return text;
@@ -149,6 +189,10 @@ std::string _help(Command const &command)
         text += "\n" + std::string(_schemaText);
     if (command.run == runSet)
         text += "\n" + std::string(_rewriteText);
+    bool const takesJson = std::any_of(command.options.begin(), command.options.end(),
+        [](OptionInfo const &option) { return option.name == _jsonOption.name; });
+    if (takesJson)
+        text += "\n" + std::string(_jsonText);
     text += "\nExit status: 0 success, 1 done with remarks, 2 failure.\n";
     return text;
 }
@@ -182,13 +226,17 @@ int _run(Command const &command, std::vector<std::string> const &rest)
         std::cout << _help(command);
         return Console::Ok;
     }
+    Console::setJson(args.isSet("--json"));
+    int status = Console::Failure;
     std::size_t const count = args.positional().size();
     if (count < command.minArgs || count > command.maxArgs) {
         Console::message(std::string(command.name) + ": wrong number of arguments");
         std::cerr << "Usage: orvexctl " << command.synopsis << '\n';
-        return Console::Failure;
+    } else {
+        status = command.run(args);
     }
-    return command.run(args);
+    Console::finish();
+    return status;
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "tle/get_el.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 
 #include <cmath>
 #include <cstdarg>
@@ -47,22 +48,46 @@ std::string _dateText(std::int64_t ms)
     return date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString();
 }
 
+// The figures of one set that the report shows, in its units.
+struct _Figures
+{
+    int status = 0; // of parse_elements; negative: not readable
+    element_set set {};
+    std::int64_t epochMs = 0;
+    double ageDays = 0.0;
+    // A high-precision set holds other quantities in these fields.
+    bool highPrecision = false;
+    double inclinationDeg = 0.0;
+    double revolutionsPerDay = 0.0;
+};
+
+_Figures _figures(CheckerTLE::TLE const &tle, std::int64_t nowMs)
+{
+    _Figures figures;
+    figures.status = parse_elements(tle.line1.c_str(), tle.line2.c_str(), &figures.set);
+    if (figures.status < 0)
+        return figures;
+    figures.epochMs = julianToUnixMs(figures.set.epoch);
+    figures.ageDays = static_cast<double>(nowMs - figures.epochMs) / _msPerDay;
+    figures.highPrecision = figures.set.ephemeris_type == 'H';
+    figures.inclinationDeg = figures.set.inclination * 180.0 / _pi;
+    figures.revolutionsPerDay = figures.set.mean_motion * 1440.0 / (2.0 * _pi);
+    return figures;
+}
+
 std::string _setRow(CheckerTLE::TLE const &tle, std::int64_t nowMs)
 {
-    element_set set {};
-    int const status = parse_elements(tle.line1.c_str(), tle.line2.c_str(), &set);
-    if (status < 0)
-        return _row("%7s  %-19s  not readable (%d)  %s", "-", "-", status, _name(tle).c_str());
-    std::int64_t const epochMs = julianToUnixMs(set.epoch);
-    double const ageDays = static_cast<double>(nowMs - epochMs) / _msPerDay;
-    std::string const date = _dateText(epochMs);
-    // A high-precision set holds other quantities in these fields.
-    if (set.ephemeris_type == 'H')
-        return _row("%7d  %s  %10.2f  %10s  %12s  %s", int(set.catalog_number), date.c_str(),
-            ageDays, "-", "-", _name(tle).c_str());
-    return _row("%7d  %s  %10.2f  %10.4f  %12.8f  %s", int(set.catalog_number), date.c_str(),
-        ageDays, set.inclination * 180.0 / _pi, set.mean_motion * 1440.0 / (2.0 * _pi),
-        _name(tle).c_str());
+    _Figures const figures = _figures(tle, nowMs);
+    if (figures.status < 0)
+        return _row(
+            "%7s  %-19s  not readable (%d)  %s", "-", "-", figures.status, _name(tle).c_str());
+    int const catalog = int(figures.set.catalog_number);
+    std::string const date = _dateText(figures.epochMs);
+    if (figures.highPrecision)
+        return _row("%7d  %s  %10.2f  %10s  %12s  %s", catalog, date.c_str(), figures.ageDays, "-",
+            "-", _name(tle).c_str());
+    return _row("%7d  %s  %10.2f  %10.4f  %12.8f  %s", catalog, date.c_str(), figures.ageDays,
+        figures.inclinationDeg, figures.revolutionsPerDay, _name(tle).c_str());
 }
 
 } // namespace
@@ -80,4 +105,31 @@ std::vector<std::string> tleReport(std::vector<CheckerTLE::TLE> const &tles, std
     for (CheckerTLE::TLE const &tle : tles)
         rows.push_back(_setRow(tle, nowMs));
     return rows;
+}
+
+QJsonArray tleReportJson(std::vector<CheckerTLE::TLE> const &tles, std::int64_t nowMs)
+{
+    QJsonArray sets;
+    for (CheckerTLE::TLE const &tle : tles) {
+        QJsonObject row { { QStringLiteral("name"), QString::fromUtf8(_name(tle).c_str()) },
+            { QStringLiteral("line1"), QString::fromUtf8(tle.line1.c_str()) },
+            { QStringLiteral("line2"), QString::fromUtf8(tle.line2.c_str()) },
+            { QStringLiteral("catalog"), QJsonValue() }, { QStringLiteral("epoch"), QJsonValue() },
+            { QStringLiteral("age_days"), QJsonValue() },
+            { QStringLiteral("inclination"), QJsonValue() },
+            { QStringLiteral("mean_motion"), QJsonValue() } };
+        _Figures const figures = _figures(tle, nowMs);
+        if (figures.status >= 0) {
+            row[QStringLiteral("catalog")] = qint64(figures.set.catalog_number);
+            row[QStringLiteral("epoch")] = QDateTime::fromMSecsSinceEpoch(figures.epochMs, Qt::UTC)
+                                               .toString(Qt::ISODateWithMs);
+            row[QStringLiteral("age_days")] = figures.ageDays;
+        }
+        if (figures.status >= 0 && !figures.highPrecision) {
+            row[QStringLiteral("inclination")] = figures.inclinationDeg;
+            row[QStringLiteral("mean_motion")] = figures.revolutionsPerDay;
+        }
+        sets.append(row);
+    }
+    return sets;
 }

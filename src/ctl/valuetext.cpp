@@ -24,53 +24,38 @@ long long _truncated(double bound)
     return static_cast<long long>(bound);
 }
 
-std::string _itemKey(Parameter const *node, std::size_t index)
-{
-    return pathOf(node) + "[" + std::to_string(index) + "]";
-}
-
-void _appendList(std::vector<ValueLine> &lines, ParameterList const *list, bool emptyListLine)
-{
-    std::vector<std::string> const items = list->getValues();
-    if (items.empty() && emptyListLine)
-        lines.push_back({ pathOf(list), std::string() });
-    for (std::size_t i = 0; i < items.size(); ++i)
-        lines.push_back({ _itemKey(list, i), items[i] });
-}
-
-void _appendTLEs(std::vector<ValueLine> &lines, ParameterListTLEs const *list, bool emptyListLine)
-{
-    std::vector<ParameterListTLEs::TLE> const tles = list->getTLEs();
-    if (tles.empty() && emptyListLine)
-        lines.push_back({ pathOf(list), std::string() });
-    for (std::size_t i = 0; i < tles.size(); ++i) {
-        std::string const key = _itemKey(list, i);
-        lines.push_back({ key + "/Line0", tles[i].line0 });
-        lines.push_back({ key + "/Line1", tles[i].line1 });
-        lines.push_back({ key + "/Line2", tles[i].line2 });
-    }
-}
-
-void _rec_appendLines(std::vector<ValueLine> &lines, Parameter const *node, bool emptyListLine)
+void _rec_appendValues(std::vector<ParameterValue> &values, Parameter const *node)
 {
     if (!node)
         return;
+    ParameterValue value;
+    value.path = pathOf(node);
     switch (node->getGlobalType()) {
-    case Parameter::GlobalType::Simple:
-        lines.push_back({ pathOf(node), dynamic_cast<ParameterSimple const *>(node)->getValue() });
+    case Parameter::GlobalType::Simple: {
+        auto const *leaf = dynamic_cast<ParameterSimple const *>(node);
+        value.type = typeName(leaf->getSimpleType());
+        value.value = leaf->getValue();
         break;
-    case Parameter::GlobalType::List:
-        _appendList(lines, dynamic_cast<ParameterList const *>(node), emptyListLine);
+    }
+    case Parameter::GlobalType::List: {
+        auto const *list = dynamic_cast<ParameterList const *>(node);
+        value.kind = ParameterValue::List;
+        value.type = typeName(list->getSimpleType());
+        value.values = list->getValues();
         break;
+    }
     case Parameter::GlobalType::ListTLEs:
-        _appendTLEs(lines, dynamic_cast<ParameterListTLEs const *>(node), emptyListLine);
+        value.kind = ParameterValue::TLEs;
+        value.type = typeName(ParameterSimple::TLE);
+        value.sets = dynamic_cast<ParameterListTLEs const *>(node)->getTLEs();
         break;
     case Parameter::GlobalType::Complex:
         for (Parameter const *child :
             dynamic_cast<ParameterComplex const *>(node)->getChildrenPtrs())
-            _rec_appendLines(lines, child, emptyListLine);
-        break;
+            _rec_appendValues(values, child);
+        return;
     }
+    values.push_back(std::move(value));
 }
 
 bool _allDigits(std::string const &text)
@@ -95,10 +80,43 @@ std::string toText(ValueLine const &line)
     return line.key + " = " + line.value;
 }
 
+std::vector<ParameterValue> parameterValues(Parameter const *node)
+{
+    std::vector<ParameterValue> values;
+    _rec_appendValues(values, node);
+    return values;
+}
+
+std::vector<ValueLine> linesOf(ParameterValue const &value, bool emptyListLine)
+{
+    std::vector<ValueLine> lines;
+    std::size_t const count
+        = value.kind == ParameterValue::List ? value.values.size() : value.sets.size();
+    if (value.kind == ParameterValue::Simple)
+        lines.push_back({ value.path, value.value });
+    else if (count == 0 && emptyListLine)
+        lines.push_back({ value.path, std::string() });
+    for (std::size_t i = 0; i < count; ++i) {
+        std::string const key = value.path + "[" + std::to_string(i) + "]";
+        if (value.kind == ParameterValue::List) {
+            lines.push_back({ key, value.values[i] });
+            continue;
+        }
+        ParameterListTLEs::TLE const &tle = value.sets[i];
+        lines.push_back({ key + "/Line0", tle.line0 });
+        lines.push_back({ key + "/Line1", tle.line1 });
+        lines.push_back({ key + "/Line2", tle.line2 });
+    }
+    return lines;
+}
+
 std::vector<ValueLine> valueLines(Parameter const *node, bool emptyListLine)
 {
     std::vector<ValueLine> lines;
-    _rec_appendLines(lines, node, emptyListLine);
+    for (ParameterValue const &value : parameterValues(node)) {
+        std::vector<ValueLine> const own = linesOf(value, emptyListLine);
+        lines.insert(lines.end(), own.begin(), own.end());
+    }
     return lines;
 }
 

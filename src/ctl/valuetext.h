@@ -22,6 +22,26 @@ bool operator==(ValueLine const &left, ValueLine const &right);
 // The key and value joined by " = ".
 std::string toText(ValueLine const &line);
 
+// The value of one parameter, as `list` shows it: the text of a simple
+// parameter, the items of a list, or the sets of a TLE list.
+struct ParameterValue
+{
+    enum Kind { Simple, List, TLEs };
+
+    std::string path;
+    std::string type; // the schema's name of the value's type, or of the items'
+    Kind kind = Simple;
+    std::string value;
+    std::vector<std::string> values;
+    std::vector<ParameterListTLEs::TLE> sets;
+};
+
+// The values of `node` and of every parameter below it, in schema order.
+std::vector<ParameterValue> parameterValues(Parameter const *node);
+
+// The lines of one parameter's value, as valueLines gives them.
+std::vector<ValueLine> linesOf(ParameterValue const &value, bool emptyListLine);
+
 // The lines of `node` and of every leaf below it, in schema order. With
 // `emptyListLine` a list without items still gives one line, its bare key with
 // an empty value, so that every parameter shows.

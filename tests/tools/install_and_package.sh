@@ -40,7 +40,7 @@ for f in orvex/default/schema-userconf.xsd orvex/default/tracking-default.conf \
     [ -f "$app/$f" ] || fail "$app/$f is missing"
 done
 doc=$prefix/share/doc/orvex-config-manager
-for f in schema-guide.md user-guide.md copyright changelog.gz examples/example.conf; do
+for f in schema-guide.md user-guide.md orvexctl.md copyright changelog.gz examples/example.conf; do
     [ -f "$doc/$f" ] || fail "$doc/$f is missing"
 done
 gzip -dc "$doc/changelog.gz" | head -n1 | grep -q '^orvex-config-manager (' || fail "changelog.gz"
@@ -64,6 +64,8 @@ done
 for page in orvex-config-manager orvexctl; do
     gzip -t "$prefix/share/man/man1/$page.1.gz" || fail "no manual page $page.1.gz"
 done
+gzip -dc "$prefix/share/man/man1/orvexctl.1.gz" | grep -q '^\.SH "JSON OUTPUT"' \
+    || fail "the manual page lacks the JSON fields"
 "$prefix/bin/orvexctl" completion bash | cmp -s - "$prefix/share/bash-completion/completions/orvexctl" \
     || fail "the installed completion differs from what orvexctl prints"
 

@@ -189,7 +189,8 @@ void TestCompletion::bashOffersWhatTheCommandTakes_data()
 
     QTest::newRow("commands") << QStringList { "" }
                               << QStringList { "check-schema", "validate", "list", "get", "set",
-                                     "new", "update", "diff", "tle-check", "completion" }
+                                     "new", "update", "diff", "tle-check", "completion",
+                                     "describe", "search" }
                               << QStringList { "__complete" };
     QTest::newRow("command by its start")
         << QStringList { "up" } << QStringList { "update" } << QStringList { "get" };
@@ -206,6 +207,10 @@ void TestCompletion::bashOffersWhatTheCommandTakes_data()
     QTest::newRow("paths of --schema for set")
         << QStringList { "set", "--schema", _fixtureSchema, "station.conf", "Station/" }
         << QStringList { "Station/Name", "Station/Gain" } << QStringList { "Observatory" };
+    QTest::newRow("paths for describe")
+        << QStringList { "describe", "Observatory/Site/L" }
+        << QStringList { "Observatory/Site/Latitude", "Observatory/Site/Longitude" }
+        << QStringList { "Observatory/Site/Altitude" };
     QTest::newRow("options of a command")
         << QStringList { "update", "--" } << QStringList { "--help", "--schema", "--output" }
         << QStringList { "-o", "--force" };
