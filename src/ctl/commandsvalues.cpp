@@ -8,6 +8,7 @@
 #include "ctl/console.h"
 #include "ctl/valuetext.h"
 #include "model/parameter.h"
+#include "model/tlerecords.h"
 #include "tle/checkertle.h"
 
 #include <algorithm>
@@ -24,18 +25,12 @@ bool _refuse(std::string &refusal, std::string const &text)
 
 std::vector<CheckerTLE::TLE> _toChecker(std::vector<ModelTLE> const &tles)
 {
-    std::vector<CheckerTLE::TLE> result;
-    for (ModelTLE const &tle : tles)
-        result.push_back({ tle.line0, tle.line1, tle.line2 });
-    return result;
+    return convertTLEs<CheckerTLE::TLE>(tles);
 }
 
 std::vector<ModelTLE> _toModel(std::vector<CheckerTLE::TLE> const &tles)
 {
-    std::vector<ModelTLE> result;
-    for (CheckerTLE::TLE const &tle : tles)
-        result.push_back({ tle.line0, tle.line1, tle.line2 });
-    return result;
+    return convertTLEs<ModelTLE>(tles);
 }
 
 // The sets as the TLE editor shows them: name, two data lines, an empty line

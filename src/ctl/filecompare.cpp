@@ -4,6 +4,7 @@
 #include "ctl/filecompare.h"
 
 #include "ctl/commandsupport.h"
+#include "engine/textconv.h"
 #include "model/parameter.h"
 
 #include <QDomDocument>
@@ -11,11 +12,6 @@
 #include <QFile>
 
 namespace {
-
-std::string _utf8(QString const &text)
-{
-    return text.toUtf8().toStdString();
-}
 
 std::string _text(QDomElement const &element)
 {

@@ -8,6 +8,7 @@
 #include "ctl/filecompare.h"
 #include "ctl/valuetext.h"
 #include "engine/orvexconfiglib.h"
+#include "engine/textconv.h"
 #include "model/parameter.h"
 
 #include <QDomDocument>
@@ -15,11 +16,6 @@
 #include <QFile>
 
 namespace {
-
-std::string _utf8(QString const &text)
-{
-    return text.toUtf8().toStdString();
-}
 
 // ----------------------------------------------------------------- outline
 

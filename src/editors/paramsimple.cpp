@@ -7,6 +7,7 @@
 #include "editors/dialoginfo.h"
 #include "editors/listview.h"
 #include "model/parameter.h"
+#include "model/tlerecords.h"
 #include "tle/checkertle.h"
 
 #include <QCheckBox>
@@ -534,24 +535,12 @@ namespace {
 
 std::vector<CheckerTLE::TLE> _convert(const std::vector<ParameterListTLEs::TLE> &tles)
 {
-    std::vector<CheckerTLE::TLE> result(tles.size());
-    for (std::size_t i = 0; i < tles.size(); ++i) {
-        result[i].line0 = tles[i].line0;
-        result[i].line1 = tles[i].line1;
-        result[i].line2 = tles[i].line2;
-    }
-    return result;
+    return convertTLEs<CheckerTLE::TLE>(tles);
 }
 
 std::vector<ParameterListTLEs::TLE> _convert(const std::vector<CheckerTLE::TLE> &tles)
 {
-    std::vector<ParameterListTLEs::TLE> result(tles.size());
-    for (std::size_t i = 0; i < tles.size(); ++i) {
-        result[i].line0 = tles[i].line0;
-        result[i].line1 = tles[i].line1;
-        result[i].line2 = tles[i].line2;
-    }
-    return result;
+    return convertTLEs<ParameterListTLEs::TLE>(tles);
 }
 
 // One line per message, each ending in a line feed.

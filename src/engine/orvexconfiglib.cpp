@@ -3,6 +3,7 @@
 
 #include "engine/orvexconfiglib.h"
 #include "engine/orvexconfiglib_p.h"
+#include "engine/textconv.h"
 
 #include "model/parameter.h"
 
@@ -25,35 +26,6 @@
 namespace {
 
 // ------------------------------------------------------------ text helpers
-
-// Text of the file as UTF-8, in one allocation when it is ASCII, as values
-// mostly are.
-std::string _utf8(QString const &text)
-{
-    int const size = text.size();
-    QChar const *chars = text.constData();
-    for (int i = 0; i < size; ++i) {
-        if (chars[i].unicode() >= 0x80)
-            return text.toStdString();
-    }
-    std::string ascii(std::size_t(size), '\0');
-    for (int i = 0; i < size; ++i)
-        ascii[std::size_t(i)] = char(chars[i].unicode());
-    return ascii;
-}
-
-// Text from the tree enters Qt as UTF-8, up to the first NUL byte. Keys and
-// values are mostly ASCII, which needs no decoding.
-QString _toQString(std::string const &text)
-{
-    char const *const bytes = text.c_str();
-    int size = 0;
-    for (; bytes[size] != '\0'; ++size) {
-        if (static_cast<unsigned char>(bytes[size]) >= 0x80)
-            return QString::fromUtf8(bytes);
-    }
-    return QString::fromLatin1(bytes, size);
-}
 
 std::string _locationLine(QSourceLocation const &where)
 {

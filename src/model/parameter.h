@@ -7,6 +7,7 @@
 #include <vector>
 
 class ParameterComplex;
+class ParameterSimple;
 
 // A node of the parameter tree. The tree is built once from the schema and
 // never restructured; only the values of the leaves change. The only virtual
@@ -77,6 +78,12 @@ public:
     std::vector<Parameter *> getChildrenPtrs() const;
     // True when at least one leaf below is visible along visible sections.
     bool isVisible_rec(std::string service) const;
+    // The child at `index` when it is a one-value leaf with the key `key`;
+    // null otherwise.
+    ParameterSimple *getSimpleChild(std::size_t index, std::string const &key) const;
+    // The visible leaves and lists below this node, depth first in schema
+    // order. A hidden node hides its whole subtree; TLE lists are left out.
+    std::vector<ParameterSimple *> getVisibleLeaves(std::string const &service) const;
 
 protected:
     std::vector<Parameter *> childrenPtrs;
@@ -122,6 +129,8 @@ public:
     Fasets getFasets() const;
     // A copy of the current value; empty until the first accepted setValue.
     std::string getValue() const;
+    // Whether the facets are an enumeration with at least one entry.
+    bool hasEnumeration() const;
 
     // Stores the text unchanged when checkValue allows it; otherwise leaves
     // the value as it was and returns false.
