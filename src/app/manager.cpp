@@ -14,6 +14,8 @@
 #include "navigation/paramswidget.h"
 #include "navigation/paramtitle.h"
 
+#include <orvex_version.h>
+
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -94,7 +96,7 @@ void Manager::_setup()
 void Manager::_init()
 {
     _title = QStringLiteral("Orvex Config Manager");
-    _version.init("0.9.240601");
+    _version.init(ORVEX_VERSION);
 
     setWindowIcon(QIcon(QStringLiteral(":/graphics/icon.ico")));
     setWindowTitle(_title);

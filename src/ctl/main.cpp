@@ -6,6 +6,8 @@
 #include "ctl/commands.h"
 #include "ctl/console.h"
 
+#include <orvex_version.h>
+
 #include <QCoreApplication>
 #include <QTextCodec>
 
