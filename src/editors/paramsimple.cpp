@@ -77,10 +77,8 @@ void ParamSimple::_init(ParameterSimple *parameter)
 
 void ParamSimple::_initLayout()
 {
-    // The frame layout is filled before it goes onto the frame: set on the
-    // frame first, its first change would post a layout request that nothing
-    // needs (the frame is laid out when shown) and that, with a page of
-    // editors still waiting to be polished, costs a walk over all of them.
+    // Filled before it goes onto the frame, so that no needless layout
+    // request walks a page of editors that are not yet polished.
     _mainLayout = new QGridLayout();
     _controlLayout = new QGridLayout();
     _mainLayout->setContentsMargins(0, 0, 0, 0);
@@ -116,11 +114,8 @@ void ParamSimple::_initButtonInfo()
     // Only the text counts: a link without text gives nothing to show.
     const bool documented = !_doc.isEmpty();
     _buttonInfo = new QPushButton(QStringLiteral("?"), this);
-    // Polished before it takes its sheet, the button reads the sheet once, in
-    // the polish that setting it brings; set first, the sheet would be read on
-    // setting and again at the first polish. Nobody sees the button before it
-    // is finished, so it gets its final colour (blue, or grey when disabled)
-    // at once rather than blue first.
+    // Polished before it takes its sheet, the button reads the sheet once and
+    // has its final colour from the start.
     _buttonInfo->ensurePolished();
     _buttonInfo->setStyleSheet(
         documented ? QStringLiteral("color: blue") : QStringLiteral("color: grey"));
@@ -352,9 +347,8 @@ void ParamSimple::_connectLineEditWrite(QLineEdit *edit)
     connect(edit, &QLineEdit::textChanged, this, [this](const QString &text) { _write(text); });
 }
 
-// A load of the text already shown fires nothing and is skipped: every tree
-// selection refreshes all editors, and laying out the same text again is
-// what such a refresh would spend its time on.
+// A load of the text already shown is skipped: every tree selection
+// refreshes all editors, and laying out the same text again is their cost.
 void ParamSimple::_connectLineEditLoad(QLineEdit *edit)
 {
     connect(this, &ParamSimple::sig_update, edit, [this, edit]() {
@@ -562,10 +556,8 @@ void _warn(ParamSimple *frame, const std::vector<std::string> &messages)
 
 // Puts `text` into the field, which now shows `shown`, and leaves it as
 // setPlainText would: cursor at the start, no undo history, not modified.
-// Only the part that differs is replaced, because a pasted catalog is mostly
-// in normal form already, and laying out a large catalog anew would cost as
-// much as the paste itself. The field's own signals stay blocked so that the
-// rewrite does not run the text handler again.
+// Only the part that differs is replaced: a pasted catalog is mostly in normal
+// form already. The field's signals stay blocked, so the handler does not rerun.
 void _rewrite(QPlainTextEdit *field, const QString &shown, const QString &text)
 {
     const int common = std::min(shown.size(), text.size());
