@@ -258,8 +258,9 @@ void Manager::_initServiceListAndsuppVersions()
     _suppVersions.clear();
     for (std::string const &text : versionParam->getFasets().enumeration) {
         const Version version(text);
+        // Equal versions: the first keeps its text (pinned by equalVersionsKeepFirstText).
         if (_newestVersion < version)
-            _newestVersion = version; // on equal versions the first keeps its text
+            _newestVersion = version;
         _suppVersions.append(version);
     }
 
@@ -273,7 +274,8 @@ void Manager::_initServiceListAndsuppVersions()
 
 // The version and service are read from the tree, not from the file: a text
 // that the enumeration refused never got into the tree, so after a good file
-// the previous values are tested again and pass. That is how it is meant.
+// the previous values are tested again and pass. That is how it is meant
+// (pinned by unlistedValuesPassAfterGoodFile).
 bool Manager::_checkAndInitVersion()
 {
     if (!_rootParameter)
@@ -367,7 +369,8 @@ void Manager::sl_open()
     const QString oldPath = _configPath;
     _configPath = QDir::toNativeSeparators(fileName);
     if (!_loadXML()) {
-        // A failed open closes what was open, and the old path stays in the title.
+        // A failed open closes what was open, and the old path stays in the
+        // title (pinned by refusedFileLeavesOldPathInTitleWithWidgetsDisabled).
         _configPath = oldPath;
         emit sig_configOpened(false);
         return;

@@ -234,7 +234,8 @@ void ParamSimple::_placeSpinBox(QAbstractSpinBox *box)
 }
 
 // The value is set before the range on purpose: it shows clamped to the new
-// box's 0..99 until the first refresh, and no connection reports that yet.
+// box's 0..99 until the first refresh, and no connection reports that yet
+// (pinned by integerShowsClampedUntilFirstRefresh).
 void ParamSimple::_addSpinIntBox()
 {
     const Parameter::VisualParams visual = _parameter->getVisualParams();
@@ -398,7 +399,8 @@ void ParamSimple::_addLineEdit_filterkey()
 
 void ParamSimple::_addLineEdit_password()
 {
-    // The echo mode is the whole protection: the value is kept as plain text.
+    // The echo mode is the whole protection: the value is kept as plain text
+    // (pinned by passwordIsHiddenButStoredAsTyped).
     QLineEdit *edit = _createLabelledLineEdit(true);
     _connectLineEditWrite(edit);
     _connectLineEditLoad(edit);
@@ -419,7 +421,7 @@ void ParamSimple::_addLineEdit_browse(const std::function<QString()> &browse)
             return;
         edit->setText(result);
         // Emitted a second time on purpose: picking the path already shown
-        // still counts as an edit.
+        // still counts as an edit (pinned by browsePickReportsTwiceOrOnce).
         emit edit->textChanged(result);
     });
     _connectLineEditLoad(edit);
@@ -467,7 +469,7 @@ void ParamSimple::_addListControl(const std::function<void(ListView *)> &onAdd)
     connect(buttonAdd, &QPushButton::clicked, this, [list, onAdd]() { onAdd(list); });
     connect(buttonDelete, &QPushButton::clicked, this, [this, list]() {
         // After a reload nothing is selected: row -1 is refused quietly and
-        // the edit is reported all the same.
+        // the edit is reported all the same (pinned by deleteAfterRefreshHitsNothing).
         list->deleteItem(list->getCurrentIndex());
         emit sig_chenged();
     });
@@ -626,7 +628,8 @@ void ParamSimple::_addTLEsField()
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
 
     // Given the frame as parent, the layout is refused by the frame (which has
-    // one already; Qt says so on its log) and stays free for the grid below.
+    // one already; Qt says so on its log) and stays free for the grid below
+    // (pinned by tleFieldSetUp).
     auto *buttons = new QHBoxLayout(this);
     buttons->setContentsMargins(0, 0, 0, 0);
     buttons->addWidget(buttonClear);
@@ -637,7 +640,7 @@ void ParamSimple::_addTLEsField()
 
     // Clear: setPlainText runs the text handler in the middle, whose apply
     // shows "TLEs text is empty."; the final apply then stays silent, so the
-    // user sees exactly one warning.
+    // user sees exactly one warning (pinned by tleClearWarnsExactlyOnce).
     connect(buttonClear, &QPushButton::clicked, this, [this, list, field, buttonClear]() {
         list->setTLEs({});
         field->setPlainText(QString());
@@ -652,12 +655,13 @@ void ParamSimple::_addTLEsField()
         const QString oldText = field->toPlainText();
         std::vector<std::string> messages;
         std::string fileText;
-        // A cancelled dialog fails here like an unreadable file, without a word.
+        // A cancelled dialog fails here like an unreadable file, without a word
+        // (pinned by tleLoadCancelledOrEmptyChangesNothing).
         if (CheckerTLE::LoadFromFile(messages, fileText, fileName.toStdString()) != 0
             || fileText.empty())
             return;
         // Latin-1 into an empty field, UTF-8 behind earlier sets; both stop at
-        // the first zero byte.
+        // the first zero byte (pinned by tleLoadDecodesLatin1OrUtf8UpToZeroByte).
         if (oldText.isEmpty())
             field->setPlainText(QString::fromLatin1(fileText.c_str()));
         else
@@ -670,7 +674,8 @@ void ParamSimple::_addTLEsField()
         apply(this, list, field);
     });
     // Shows the list without touching it or the Clear button; a record that
-    // fails the check is left out of the field but stays in the list.
+    // fails the check is left out of the field but stays in the list (pinned
+    // by tleRefreshHidesBadRecordButKeepsIt).
     connect(this, &ParamSimple::sig_update, field, [this, list, field]() {
         std::vector<std::string> messages;
         std::string text;

@@ -287,7 +287,8 @@ Parameter *_createList(ParameterComplex *parent, std::string const &key,
     ParameterSimple::Fasets fasets;
     fasets.kind = ParameterSimple::FasetRange;
     // minOccurs is both the least number of items and the lower bound of each
-    // number item; a list of integers with minOccurs 1 refuses 0 on purpose.
+    // number item; a list of integers with minOccurs 1 refuses 0 on purpose
+    // (pinned by sequenceMinOccursGivesListMinimum and integerItemsAreHeldAgainstMinOccurs).
     fasets.minValue =
         ParameterSimple::value2int(sequence.attribute(QStringLiteral("minOccurs")).toStdString());
     return new ParameterList(parent, key, listKey, visual, itemType, fasets);
@@ -721,7 +722,7 @@ int writeXML(std::vector<std::string> &errors, ParameterComplex const *root, std
     document.appendChild(rootElement);
 
     // The stream keeps its default codec, though the declaration always says
-    // UTF-8; files have always been written so.
+    // UTF-8; files have always been written so (pinned by streamUsesDefaultCodec).
     QTextStream stream(&file);
     stream << QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") << document.toString(1);
     return status;

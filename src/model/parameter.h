@@ -167,7 +167,8 @@ public:
     // Replaces all items, or changes nothing and returns false. The minimum
     // is only tested against an empty list; the editor keeps the exact count.
     bool setValues(std::vector<std::string> const &values);
-    // Appends one item that checkValue allows; the mirrored value stays.
+    // Appends one item that checkValue allows; the mirrored value stays
+    // (pinned by addValueLeavesMirroredValueAlone).
     bool addValue(std::string const &value);
     // Erases one item; false for an index at or past the end.
     bool removeValue(unsigned int index);
@@ -199,7 +200,7 @@ public:
     std::string getListKey() const;
     // A copy of the records.
     std::vector<TLE> getTLEs() const;
-    // Appends one record, despite its name.
+    // Appends one record, despite its name (pinned by setTLEAppends).
     void setTLE(TLE const &tle);
     // Replaces all records.
     void setTLEs(std::vector<TLE> const &tles);

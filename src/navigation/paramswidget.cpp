@@ -43,7 +43,8 @@ void ParamsWidget::activeteSearchArea()
 void ParamsWidget::setNewSearchArea(ParamsArea *area)
 {
     // The replaced page is not deleted: it stays a hidden child of the stack,
-    // with its editors, for as long as the stack lives.
+    // with its editors, for as long as the stack lives (pinned by
+    // onlyLastOfSeveralSearchPagesStaysInStack).
     if (_searchArea) {
         // Hidden before it is taken out, it is spared a useless repaint;
         // not while it holds the focus, which the next page must take over.
