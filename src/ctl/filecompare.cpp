@@ -99,7 +99,7 @@ void _Comparer::_rec_compare(ParameterComplex const *node, QDomElement const &el
         if (!child || child->getParameterKey().empty())
             continue;
         QDomElement const own
-            = element.firstChildElement(QString::fromUtf8(child->getParameterKey().c_str()));
+            = element.firstChildElement(_toQString(child->getParameterKey()));
         if (own.isNull()) {
             for (ValueLine const &line : valueLines(child, true))
                 _result.lacking.push_back(line);
@@ -159,7 +159,7 @@ FileComparison compareFile(ParameterComplex const *root, QDomElement const &file
 
 bool readDocument(std::string const &path, QDomDocument &document)
 {
-    QFile file(QString::fromUtf8(path.c_str()));
+    QFile file(_toQString(path));
     if (!file.open(QIODevice::ReadOnly))
         return false;
     return document.setContent(&file, false);

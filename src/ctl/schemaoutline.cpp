@@ -238,7 +238,7 @@ void _defaultFile(std::vector<std::string> &remarks, ConfigTree const &tree,
     SchemaLocation const &location, std::string const &service)
 {
     std::string const path = location.defaultConfig(service);
-    if (!QFile::exists(QString::fromUtf8(path.c_str()))) {
+    if (!QFile::exists(_toQString(path))) {
         remarks.push_back("no default configuration " + path + " for the service " + service
             + "; New and update fail for it");
         return;
