@@ -194,7 +194,8 @@ void ParamSimple::_addControl()
 }
 
 // The write half of every simple control. A refused value still counts as
-// an edit, and the control keeps what the user did.
+// an edit, and the control keeps what the user did (pinned by
+// decimalWriteAboveBoundIsRefusedButReported).
 void ParamSimple::_write(const QString &text)
 {
     _parameter->setValue(text.toStdString());
@@ -307,7 +308,8 @@ void ParamSimple::_addRadioButtons()
         groupLayout->addWidget(button);
         buttons.emplace_back(button, entry);
 
-        // clicked: a click on the button already on still reports an edit.
+        // clicked: a click on the button already on still reports an edit
+        // (pinned by radioClickWritesEntryAndReports).
         connect(button, &QRadioButton::clicked, this,
                 [this, entry]() { _write(QString::fromStdString(entry)); });
     }

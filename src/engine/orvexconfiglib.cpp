@@ -367,7 +367,8 @@ void _loadList(ParameterList *list, QDomElement const &element)
     // Items count whatever their tag; the list key is only the writer's.
     for (QDomElement item = element.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
         items.push_back(_utf8(item.text()));
-    // A refused list keeps its earlier items, and the file is not blamed.
+    // A refused list keeps its earlier items, and the file is not blamed
+    // (pinned by listWithRefusedItemKeepsEarlierItems).
     list->setValues(items);
 }
 

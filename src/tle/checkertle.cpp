@@ -24,7 +24,8 @@ const char *_fault(std::size_t nameSize, const char *line1, const char *line2)
     if (nameSize > _dataLineSize)
         return "Line #0 has size > 69.";
     // A wrong check digit fails like a malformed line, and lines numbered "2" and "2" pass:
-    // only the form and the check digits are tested.
+    // only the form and the check digits are tested (pinned by
+    // dataLinesAreTestedOnlyForFormAndDigits).
     if (tle_checksum(line1) != 0)
         return "Line #1 is not TLE line.";
     if (tle_checksum(line2) != 0)
@@ -197,7 +198,8 @@ int TLEs2text(std::vector<std::string> &messages, std::string &text, std::vector
             }
         }
         // The separator goes by index, not by sets written: a refused first set still
-        // leaves its two line feeds at the start of the text.
+        // leaves its two line feeds at the start of the text (pinned by
+        // writerSeparatesByIndexAfterRefusal).
         if (i != 0)
             written.append("\n\n", 2);
         _appendSet(written, tle);
