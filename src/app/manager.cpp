@@ -272,18 +272,23 @@ void Manager::_initServiceListAndsuppVersions()
         _serviceList.append(_toQString(text));
 }
 
+// The leaf that the checks after a load test: null without a tree, with fewer
+// than three children at the root, or when the child is not that leaf.
+static ParameterSimple *_checkedRootLeaf(const ParameterComplex *root, std::size_t index,
+                                         const std::string &key)
+{
+    if (!root || root->getChildrenPtrs().size() < 3)
+        return nullptr;
+    return root->getSimpleChild(index, key);
+}
+
 // The version and service are read from the tree, not from the file: a text
 // that the enumeration refused never got into the tree, so after a good file
 // the previous values are tested again and pass. That is how it is meant
 // (pinned by unlistedValuesPassAfterGoodFile).
 bool Manager::_checkAndInitVersion()
 {
-    if (!_rootParameter)
-        return false;
-    const std::vector<Parameter *> children = _rootParameter->getChildrenPtrs();
-    if (children.size() < 3)
-        return false;
-    ParameterSimple *versionParam = _rootParameter->getSimpleChild(0, "Version");
+    ParameterSimple *versionParam = _checkedRootLeaf(_rootParameter, 0, "Version");
     if (!versionParam)
         return false;
     const Version version(versionParam->getValue());
@@ -298,12 +303,7 @@ bool Manager::_checkAndInitVersion()
 
 bool Manager::_checkAndInitService()
 {
-    if (!_rootParameter)
-        return false;
-    const std::vector<Parameter *> children = _rootParameter->getChildrenPtrs();
-    if (children.size() < 3)
-        return false;
-    ParameterSimple *serviceParam = _rootParameter->getSimpleChild(1, "Service");
+    ParameterSimple *serviceParam = _checkedRootLeaf(_rootParameter, 1, "Service");
     if (!serviceParam)
         return false;
     const QString service = _toQString(serviceParam->getValue());
