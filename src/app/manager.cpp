@@ -6,12 +6,15 @@
 #include "app/control.h"
 #include "editors/dialognew.h"
 #include "engine/orvexconfiglib.h"
+#include "engine/textconv.h"
 #include "model/parameter.h"
 #include "navigation/filter.h"
 #include "navigation/paramsarea.h"
 #include "navigation/paramstree.h"
 #include "navigation/paramswidget.h"
 #include "navigation/paramtitle.h"
+
+#include <orvex_version.h>
 
 #include <QAction>
 #include <QCloseEvent>
@@ -27,38 +30,11 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
-namespace {
-
-std::string _utf8(QString const &text) { return text.toUtf8().toStdString(); }
-
-QString _fromUtf8(std::string const &text) { return QString::fromUtf8(text.c_str()); }
-
-// The first child of the root as a leaf with the given key and a non-empty
-// enumeration; null otherwise.
-ParameterSimple *_simpleChild(std::vector<Parameter *> const &children, std::size_t index,
-                              std::string const &key)
-{
-    if (children.size() <= index || !children[index])
-        return nullptr;
-    Parameter *child = children[index];
-    if (child->getGlobalType() != Parameter::GlobalType::Simple || child->getParameterKey() != key)
-        return nullptr;
-    return dynamic_cast<ParameterSimple *>(child);
-}
-
-bool _hasEnumeration(ParameterSimple const *parameter)
-{
-    ParameterSimple::Fasets const fasets = parameter->getFasets();
-    return fasets.kind == ParameterSimple::FasetEnumeration && !fasets.enumeration.empty();
-}
-
-} // namespace
-
 QString _toText(std::vector<std::string> const &lines)
 {
     QString text;
     for (std::string const &line : lines)
-        text += _fromUtf8(line) + QLatin1String("\n");
+        text += _toQString(line) + QLatin1String("\n");
     return text;
 }
 
@@ -67,22 +43,8 @@ QString _toText(std::vector<std::string> const &lines)
 static void _rec_selectSimpleParams(QList<ParameterSimple *> &list, const QString &service,
                                     const ParameterComplex *parent)
 {
-    std::string const serviceText = _utf8(service);
-    for (Parameter *child : parent->getChildrenPtrs()) {
-        if (!child || !child->isVisible(serviceText))
-            continue;
-        switch (child->getGlobalType()) {
-        case Parameter::GlobalType::Complex:
-            _rec_selectSimpleParams(list, service, static_cast<ParameterComplex *>(child));
-            break;
-        case Parameter::GlobalType::Simple:
-        case Parameter::GlobalType::List:
-            list.append(static_cast<ParameterSimple *>(child));
-            break;
-        case Parameter::GlobalType::ListTLEs:
-            break;
-        }
-    }
+    for (ParameterSimple *leaf : parent->getVisibleLeaves(_utf8(service)))
+        list.append(leaf);
 }
 
 // ------------------------------------------------------------- construction
@@ -134,7 +96,7 @@ void Manager::_setup()
 void Manager::_init()
 {
     _title = QStringLiteral("Orvex Config Manager");
-    _version.init("0.9.240601");
+    _version.init(ORVEX_VERSION);
 
     setWindowIcon(QIcon(QStringLiteral(":/graphics/icon.ico")));
     setWindowTitle(_title);
@@ -290,36 +252,43 @@ void Manager::_initServiceListAndsuppVersions()
 
     auto *versionParam = dynamic_cast<ParameterSimple *>(children[0]);
     auto *serviceParam = dynamic_cast<ParameterSimple *>(children[1]);
-    if (!versionParam || !_hasEnumeration(versionParam))
+    if (!versionParam || !versionParam->hasEnumeration())
         return fail(versionsFail);
 
     _suppVersions.clear();
     for (std::string const &text : versionParam->getFasets().enumeration) {
         const Version version(text);
+        // Equal versions: the first keeps its text (pinned by equalVersionsKeepFirstText).
         if (_newestVersion < version)
-            _newestVersion = version; // on equal versions the first keeps its text
+            _newestVersion = version;
         _suppVersions.append(version);
     }
 
-    if (!serviceParam || !_hasEnumeration(serviceParam))
+    if (!serviceParam || !serviceParam->hasEnumeration())
         return fail(servicesFail);
 
     _serviceList.clear();
     for (std::string const &text : serviceParam->getFasets().enumeration)
-        _serviceList.append(_fromUtf8(text));
+        _serviceList.append(_toQString(text));
+}
+
+// The leaf that the checks after a load test: null without a tree, with fewer
+// than three children at the root, or when the child is not that leaf.
+static ParameterSimple *_checkedRootLeaf(const ParameterComplex *root, std::size_t index,
+                                         const std::string &key)
+{
+    if (!root || root->getChildrenPtrs().size() < 3)
+        return nullptr;
+    return root->getSimpleChild(index, key);
 }
 
 // The version and service are read from the tree, not from the file: a text
 // that the enumeration refused never got into the tree, so after a good file
-// the previous values are tested again and pass. That is how it is meant.
+// the previous values are tested again and pass. That is how it is meant
+// (pinned by unlistedValuesPassAfterGoodFile).
 bool Manager::_checkAndInitVersion()
 {
-    if (!_rootParameter)
-        return false;
-    const std::vector<Parameter *> children = _rootParameter->getChildrenPtrs();
-    if (children.size() < 3)
-        return false;
-    ParameterSimple *versionParam = _simpleChild(children, 0, "Version");
+    ParameterSimple *versionParam = _checkedRootLeaf(_rootParameter, 0, "Version");
     if (!versionParam)
         return false;
     const Version version(versionParam->getValue());
@@ -334,15 +303,10 @@ bool Manager::_checkAndInitVersion()
 
 bool Manager::_checkAndInitService()
 {
-    if (!_rootParameter)
-        return false;
-    const std::vector<Parameter *> children = _rootParameter->getChildrenPtrs();
-    if (children.size() < 3)
-        return false;
-    ParameterSimple *serviceParam = _simpleChild(children, 1, "Service");
+    ParameterSimple *serviceParam = _checkedRootLeaf(_rootParameter, 1, "Service");
     if (!serviceParam)
         return false;
-    const QString service = _fromUtf8(serviceParam->getValue());
+    const QString service = _toQString(serviceParam->getValue());
     for (QString const &listed : _serviceList) {
         if (QString::compare(listed, service, Qt::CaseSensitive) == 0) {
             _service = service;
@@ -382,9 +346,9 @@ bool Manager::_loadXML()
         // The user is told, not asked: the box has only Ok.
         QMessageBox::warning(this, QStringLiteral("Warning!"),
                              QStringLiteral("The current working version of the user config is ")
-                                 + _fromUtf8(_newestVersion.getString())
+                                 + _toQString(_newestVersion.getString())
                                  + QStringLiteral(".\nYou are loaading an oldest version ")
-                                 + _fromUtf8(_configVersion.getString())
+                                 + _toQString(_configVersion.getString())
                                  + QStringLiteral(".\nThe manager try to update your config file."));
         _updateConfigVersion();
     }
@@ -405,7 +369,8 @@ void Manager::sl_open()
     const QString oldPath = _configPath;
     _configPath = QDir::toNativeSeparators(fileName);
     if (!_loadXML()) {
-        // A failed open closes what was open, and the old path stays in the title.
+        // A failed open closes what was open, and the old path stays in the
+        // title (pinned by refusedFileLeavesOldPathInTitleWithWidgetsDisabled).
         _configPath = oldPath;
         emit sig_configOpened(false);
         return;
@@ -564,7 +529,7 @@ void Manager::sl_searchAreaUpdate(const QString &filter)
 void Manager::sl_about()
 {
     QMessageBox::about(this, QStringLiteral("About"),
-                       _title + QStringLiteral("\nVersion: ") + _fromUtf8(_version.getString())
+                       _title + QStringLiteral("\nVersion: ") + _toQString(_version.getString())
                            + QStringLiteral("\n\nDeveloped using the Qt5 C++ library"));
 }
 
@@ -626,7 +591,7 @@ void Manager::sl_infoUpdate(bool isOpened)
     }
     QString text;
     if (_configVersion != Version())
-        text += QStringLiteral("Config version: ") + _fromUtf8(_configVersion.getString())
+        text += QStringLiteral("Config version: ") + _toQString(_configVersion.getString())
                 + QLatin1Char('\t');
     if (!_service.isEmpty())
         text += QStringLiteral("Service: ") + _service;

@@ -13,7 +13,8 @@ using Compare = std::function<bool(std::uint32_t, std::uint32_t)>;
 static std::uint32_t _toRank(std::string const &part)
 {
     // strtol takes white space and a sign and stops at the first unusable
-    // character; the result is cut to 32 bits, so "-1" becomes 4294967295.
+    // character; the result is cut to 32 bits, so "-1" becomes 4294967295
+    // (pinned by textIsNormalised).
     return static_cast<std::uint32_t>(static_cast<unsigned long>(std::strtol(part.c_str(), nullptr, 10)));
 }
 

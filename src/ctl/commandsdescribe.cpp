@@ -10,6 +10,7 @@
 #include "ctl/filecompare.h"
 #include "ctl/jsonvalues.h"
 #include "model/parameter.h"
+#include "engine/textconv.h"
 
 #include <QDomDocument>
 #include <QDomElement>
@@ -22,7 +23,7 @@ namespace {
 bool _holds(QDomDocument const &document, std::string const &path)
 {
     QDomElement element = document.documentElement();
-    QString const text = QString::fromUtf8(path.c_str());
+    QString const text = _toQString(path);
     for (QString const &key : text.split(QLatin1Char('/'))) {
         element = element.firstChildElement(key);
         if (element.isNull())
@@ -63,7 +64,7 @@ struct _Match
 
 bool _contains(std::string const &text, QString const &wanted)
 {
-    return QString::fromUtf8(text.c_str()).contains(wanted, Qt::CaseInsensitive);
+    return _toQString(text).contains(wanted, Qt::CaseInsensitive);
 }
 
 void _rec_search(std::vector<_Match> &matches, Parameter const *node, QString const &wanted)
@@ -124,7 +125,7 @@ int runSearch(Arguments const &args)
     if (openSchema(tree, locationOf(args)) != Console::Ok)
         return Console::Failure;
     std::vector<_Match> matches;
-    _rec_search(matches, tree.root(), QString::fromUtf8(text.c_str()));
+    _rec_search(matches, tree.root(), _toQString(text));
     QJsonArray json;
     for (_Match const &match : matches) {
         Console::print(match.path + "  " + match.name + "  " + _servicesText(match.services));

@@ -9,6 +9,7 @@
 #include "ctl/filecompare.h"
 #include "ctl/jsonvalues.h"
 #include "model/parameter.h"
+#include "engine/textconv.h"
 
 #include <QDomDocument>
 #include <QDomElement>
@@ -129,7 +130,7 @@ int _printLoadRemarks(std::vector<std::string> const &errors, std::string const 
 
 bool _backUp(std::string const &config)
 {
-    QString const original = QString::fromUtf8(config.c_str());
+    QString const original = _toQString(config);
     QString const backup = original + QStringLiteral(".bak");
     QFile::remove(backup);
     if (QFile::copy(original, backup))
@@ -154,7 +155,7 @@ int runNew(Arguments const &args)
             "the schema has no service " + service + "; it lists " + joined(tree.services()));
         return Console::Failure;
     }
-    if (QFile::exists(QString::fromUtf8(out.c_str())) && !args.isSet("--force")) {
+    if (QFile::exists(_toQString(out)) && !args.isSet("--force")) {
         Console::message(out + " exists; give --force to replace it");
         return Console::Failure;
     }

@@ -12,6 +12,7 @@
 #include "ctl/schemaoutline.h"
 #include "engine/orvexconfiglib.h"
 #include "model/parameter.h"
+#include "engine/textconv.h"
 
 #include <QDomDocument>
 #include <QFile>
@@ -42,7 +43,7 @@ int _locationLine(std::vector<std::string> const &errors)
 // Shows the line of the file at which the validator stopped.
 void _quote(std::string const &path, int line)
 {
-    QFile file(QString::fromUtf8(path.c_str()));
+    QFile file(_toQString(path));
     if (line < 1 || !file.open(QIODevice::ReadOnly))
         return;
     QByteArray text;
@@ -142,7 +143,7 @@ int runCheckSchema(Arguments const &args)
         Console::print(line);
 
     QDomDocument document;
-    QFile file(QString::fromUtf8(location.schemaPath.c_str()));
+    QFile file(_toQString(location.schemaPath));
     if (file.open(QIODevice::ReadOnly))
         document.setContent(&file, false);
     std::vector<std::string> const remarks = schemaRemarks(document, tree, location);

@@ -7,6 +7,7 @@
 #include "ctl/console.h"
 #include "ctl/tlereport.h"
 #include "tle/checkertle.h"
+#include "engine/textconv.h"
 
 #include <QDateTime>
 #include <QJsonObject>
@@ -55,7 +56,7 @@ int runTleCheck(Arguments const &args)
 
     if (Console::json())
         Console::result(
-            { { QStringLiteral("file"), QString::fromUtf8(args.positional()[0].c_str()) },
+            { { QStringLiteral("file"), _toQString(args.positional()[0]) },
                 { QStringLiteral("sets"), tleReportJson(tles, nowMs) } });
     if (args.isSet("--report")) {
         for (std::string const &row : tleReport(tles, nowMs))

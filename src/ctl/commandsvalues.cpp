@@ -9,7 +9,9 @@
 #include "ctl/jsonvalues.h"
 #include "ctl/valuetext.h"
 #include "model/parameter.h"
+#include "model/tlerecords.h"
 #include "tle/checkertle.h"
+#include "engine/textconv.h"
 
 #include <QFile>
 
@@ -30,18 +32,12 @@ bool _refuse(std::string &refusal, std::string const &text)
 
 std::vector<CheckerTLE::TLE> _toChecker(std::vector<ModelTLE> const &tles)
 {
-    std::vector<CheckerTLE::TLE> result;
-    for (ModelTLE const &tle : tles)
-        result.push_back({ tle.line0, tle.line1, tle.line2 });
-    return result;
+    return convertTLEs<CheckerTLE::TLE>(tles);
 }
 
 std::vector<ModelTLE> _toModel(std::vector<CheckerTLE::TLE> const &tles)
 {
-    std::vector<ModelTLE> result;
-    for (CheckerTLE::TLE const &tle : tles)
-        result.push_back({ tle.line0, tle.line1, tle.line2 });
-    return result;
+    return convertTLEs<ModelTLE>(tles);
 }
 
 // The sets as the TLE editor shows them: name, two data lines, an empty line
@@ -387,7 +383,7 @@ bool _readValueText(std::string const &source, std::string &text)
         text.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
         return !std::cin.bad();
     }
-    QFile file(QString::fromUtf8(source.c_str()));
+    QFile file(_toQString(source));
     if (!file.open(QIODevice::ReadOnly))
         return false;
     text = file.readAll().toStdString();

@@ -4,6 +4,7 @@
 #include "ctl/configtree.h"
 
 #include "engine/orvexconfiglib.h"
+#include "engine/textconv.h"
 #include "model/parameter.h"
 
 #include <QCoreApplication>
@@ -16,18 +17,7 @@ namespace {
 
 QString _qpath(std::string const &path)
 {
-    return QString::fromUtf8(path.c_str());
-}
-
-std::string _utf8(QString const &text)
-{
-    return text.toUtf8().toStdString();
-}
-
-bool _isNonEmptyEnumeration(ParameterSimple const *leaf)
-{
-    ParameterSimple::Fasets const fasets = leaf->getFasets();
-    return fasets.kind == ParameterSimple::FasetEnumeration && !fasets.enumeration.empty();
+    return _toQString(path);
 }
 
 Parameter *_childByKey(ParameterComplex const *node, std::string const &key)
@@ -114,24 +104,16 @@ std::string ConfigTree::startupFault() const
     if (!children[1] || children[1]->getParameterKey() != "Service"
         || children[1]->getGlobalType() != Parameter::GlobalType::Simple)
         return "Init Service List fail";
-    if (!_isNonEmptyEnumeration(versionParameter()))
+    if (!versionParameter()->hasEnumeration())
         return "Init List of config versions fail";
-    if (!_isNonEmptyEnumeration(serviceParameter()))
+    if (!serviceParameter()->hasEnumeration())
         return "Init Service List fail";
     return std::string();
 }
 
 ParameterSimple *ConfigTree::_firstChildLeaf(std::size_t index, std::string const &key) const
 {
-    if (!_root)
-        return nullptr;
-    std::vector<Parameter *> const children = _root->getChildrenPtrs();
-    if (children.size() <= index || !children[index])
-        return nullptr;
-    Parameter *child = children[index];
-    if (child->getGlobalType() != Parameter::GlobalType::Simple || child->getParameterKey() != key)
-        return nullptr;
-    return dynamic_cast<ParameterSimple *>(child);
+    return _root ? _root->getSimpleChild(index, key) : nullptr;
 }
 
 ParameterSimple *ConfigTree::versionParameter() const

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ctl/configvalidator.h"
+#include "engine/textconv.h"
 
 #include <QAbstractMessageHandler>
 #include <QDir>
@@ -37,7 +38,7 @@ private:
         QString const text = document.setContent(description, false)
             ? document.documentElement().text()
             : description;
-        return text.simplified().toUtf8().toStdString();
+        return _utf8(text.simplified());
     }
 };
 
@@ -45,7 +46,7 @@ namespace {
 
 QString _qpath(std::string const &path)
 {
-    return QString::fromUtf8(path.c_str());
+    return _toQString(path);
 }
 
 } // namespace
@@ -76,7 +77,7 @@ FileVerdict ConfigValidator::validate(std::string const &path) const
     if (QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly)) {
         QString const reason
             = QFileInfo(file).isDir() ? QStringLiteral("is a folder") : file.errorString();
-        verdict.findings.push_back({ 0, 0, "cannot be read: " + reason.toUtf8().toStdString() });
+        verdict.findings.push_back({ 0, 0, "cannot be read: " + _utf8(reason) });
         return verdict;
     }
     verdict.opened = true;
@@ -112,7 +113,7 @@ std::vector<std::string> configFilesOf(std::vector<std::string> const &paths)
         }
         std::sort(found.begin(), found.end());
         for (QString const &file : found)
-            files.push_back(file.toUtf8().toStdString());
+            files.push_back(_utf8(file));
     }
     return files;
 }

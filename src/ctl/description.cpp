@@ -6,6 +6,7 @@
 #include "ctl/commandsupport.h"
 #include "ctl/configtree.h"
 #include "ctl/jsonvalues.h"
+#include "engine/textconv.h"
 
 namespace {
 
@@ -165,7 +166,7 @@ QJsonObject jsonDescription(Description const &description, bool withDefaults)
     if (withDefaults) {
         QJsonObject defaults;
         for (auto const &entry : description.defaults)
-            defaults.insert(QString::fromUtf8(entry.first.c_str()), jsonValueOf(entry.second));
+            defaults.insert(_toQString(entry.first), jsonValueOf(entry.second));
         object.insert(QStringLiteral("defaults"), defaults);
     }
     return object;

@@ -4,6 +4,7 @@
 #include "ctl/filecompare.h"
 
 #include "ctl/commandsupport.h"
+#include "engine/textconv.h"
 #include "model/parameter.h"
 
 #include <QDomDocument>
@@ -11,11 +12,6 @@
 #include <QFile>
 
 namespace {
-
-std::string _utf8(QString const &text)
-{
-    return text.toUtf8().toStdString();
-}
 
 std::string _text(QDomElement const &element)
 {
@@ -103,7 +99,7 @@ void _Comparer::_rec_compare(ParameterComplex const *node, QDomElement const &el
         if (!child || child->getParameterKey().empty())
             continue;
         QDomElement const own
-            = element.firstChildElement(QString::fromUtf8(child->getParameterKey().c_str()));
+            = element.firstChildElement(_toQString(child->getParameterKey()));
         if (own.isNull()) {
             for (ValueLine const &line : valueLines(child, true))
                 _result.lacking.push_back(line);
@@ -163,7 +159,7 @@ FileComparison compareFile(ParameterComplex const *root, QDomElement const &file
 
 bool readDocument(std::string const &path, QDomDocument &document)
 {
-    QFile file(QString::fromUtf8(path.c_str()));
+    QFile file(_toQString(path));
     if (!file.open(QIODevice::ReadOnly))
         return false;
     return document.setContent(&file, false);

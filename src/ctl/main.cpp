@@ -7,6 +7,8 @@
 #include "ctl/completion.h"
 #include "ctl/console.h"
 
+#include <orvex_version.h>
+
 #include <QCoreApplication>
 #include <QTextCodec>
 

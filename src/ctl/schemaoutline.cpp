@@ -8,6 +8,7 @@
 #include "ctl/filecompare.h"
 #include "ctl/valuetext.h"
 #include "engine/orvexconfiglib.h"
+#include "engine/textconv.h"
 #include "model/parameter.h"
 
 #include <QDomDocument>
@@ -15,11 +16,6 @@
 #include <QFile>
 
 namespace {
-
-std::string _utf8(QString const &text)
-{
-    return text.toUtf8().toStdString();
-}
 
 // ----------------------------------------------------------------- outline
 
@@ -242,7 +238,7 @@ void _defaultFile(std::vector<std::string> &remarks, ConfigTree const &tree,
     SchemaLocation const &location, std::string const &service)
 {
     std::string const path = location.defaultConfig(service);
-    if (!QFile::exists(QString::fromUtf8(path.c_str()))) {
+    if (!QFile::exists(_toQString(path))) {
         remarks.push_back("no default configuration " + path + " for the service " + service
             + "; New and update fail for it");
         return;

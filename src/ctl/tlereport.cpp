@@ -4,6 +4,7 @@
 #include "ctl/tlereport.h"
 
 #include "tle/get_el.h"
+#include "engine/textconv.h"
 
 #include <QDateTime>
 #include <QJsonObject>
@@ -111,9 +112,9 @@ QJsonArray tleReportJson(std::vector<CheckerTLE::TLE> const &tles, std::int64_t 
 {
     QJsonArray sets;
     for (CheckerTLE::TLE const &tle : tles) {
-        QJsonObject row { { QStringLiteral("name"), QString::fromUtf8(_name(tle).c_str()) },
-            { QStringLiteral("line1"), QString::fromUtf8(tle.line1.c_str()) },
-            { QStringLiteral("line2"), QString::fromUtf8(tle.line2.c_str()) },
+        QJsonObject row { { QStringLiteral("name"), _toQString(_name(tle)) },
+            { QStringLiteral("line1"), _toQString(tle.line1) },
+            { QStringLiteral("line2"), _toQString(tle.line2) },
             { QStringLiteral("catalog"), QJsonValue() }, { QStringLiteral("epoch"), QJsonValue() },
             { QStringLiteral("age_days"), QJsonValue() },
             { QStringLiteral("inclination"), QJsonValue() },

@@ -11,7 +11,8 @@
 
 QString DialogAddItem::create(const QRegularExpression &re, QWidget *parent)
 {
-    // Not deleted: the dialog stays a hidden child of parent.
+    // Not deleted: the dialog stays a hidden child of parent (pinned by
+    // dialogStaysHiddenChildOfParent).
     auto *dialog = new DialogAddItem(re, parent);
     if (dialog->exec() == QDialog::Accepted)
         return dialog->getValue();

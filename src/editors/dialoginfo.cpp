@@ -10,7 +10,8 @@
 
 int DialogInfo::create(const QString &title, const QString &text, const QString &url, QWidget *parent)
 {
-    // Not deleted after use: the dialog stays a hidden child of parent.
+    // Not deleted after use: the dialog stays a hidden child of parent
+    // (pinned by createRunsModallyAndLeavesHiddenChild).
     DialogInfo *dialog = new DialogInfo(title, text, url, parent);
     return dialog->exec();
 }
@@ -34,7 +35,8 @@ void DialogInfo::_init(const QString &title, const QString &text, const QString 
 {
     setWindowTitle(title);
 
-    // The url goes in as it stands, unescaped; without one the line stays, empty.
+    // The url goes in as it stands, unescaped; without one the line stays,
+    // empty (pinned by linkLineNamesTheUrl).
     QString link = "";
     if (!url.isEmpty())
         link = "<a href=\"" + url + "\">Online documentation</a>";

@@ -48,7 +48,8 @@ void ListView::_initVListAndModel()
     QStringList rows;
     for (const std::string &value : _parameter->getValues()) {
         // Latin-1 on reload, UTF-8 on add: a non-ASCII item reads differently
-        // after a refresh, and that is kept as it is.
+        // after a refresh, and that is kept as it is (pinned by
+        // addItemKeepsNonAsciiButReloadShowsLatin1).
         rows.append(QString::fromLatin1(value.data(), static_cast<int>(value.size())));
     }
     if (_model && _model->stringList() == rows) {
@@ -106,7 +107,7 @@ int ListView::getItemsAmount()
 
 bool ListView::isWithMimimumItems()
 {
-    // True below the minimum as well, despite the name.
+    // True below the minimum as well, despite the name (pinned by minimumRule).
     return static_cast<int>(_parameter->getFasets().minValue) >= getItemsAmount();
 }
 

@@ -7,6 +7,7 @@
 #include "editors/dialoginfo.h"
 #include "editors/listview.h"
 #include "model/parameter.h"
+#include "model/tlerecords.h"
 #include "tle/checkertle.h"
 
 #include <QCheckBox>
@@ -76,10 +77,8 @@ void ParamSimple::_init(ParameterSimple *parameter)
 
 void ParamSimple::_initLayout()
 {
-    // The frame layout is filled before it goes onto the frame: set on the
-    // frame first, its first change would post a layout request that nothing
-    // needs (the frame is laid out when shown) and that, with a page of
-    // editors still waiting to be polished, costs a walk over all of them.
+    // Filled before it goes onto the frame, so that no needless layout
+    // request walks a page of editors that are not yet polished.
     _mainLayout = new QGridLayout();
     _controlLayout = new QGridLayout();
     _mainLayout->setContentsMargins(0, 0, 0, 0);
@@ -115,11 +114,8 @@ void ParamSimple::_initButtonInfo()
     // Only the text counts: a link without text gives nothing to show.
     const bool documented = !_doc.isEmpty();
     _buttonInfo = new QPushButton(QStringLiteral("?"), this);
-    // Polished before it takes its sheet, the button reads the sheet once, in
-    // the polish that setting it brings; set first, the sheet would be read on
-    // setting and again at the first polish. Nobody sees the button before it
-    // is finished, so it gets its final colour (blue, or grey when disabled)
-    // at once rather than blue first.
+    // Polished before it takes its sheet, the button reads the sheet once and
+    // has its final colour from the start.
     _buttonInfo->ensurePolished();
     _buttonInfo->setStyleSheet(
         documented ? QStringLiteral("color: blue") : QStringLiteral("color: grey"));
@@ -198,7 +194,8 @@ void ParamSimple::_addControl()
 }
 
 // The write half of every simple control. A refused value still counts as
-// an edit, and the control keeps what the user did.
+// an edit, and the control keeps what the user did (pinned by
+// decimalWriteAboveBoundIsRefusedButReported).
 void ParamSimple::_write(const QString &text)
 {
     _parameter->setValue(text.toStdString());
@@ -238,7 +235,8 @@ void ParamSimple::_placeSpinBox(QAbstractSpinBox *box)
 }
 
 // The value is set before the range on purpose: it shows clamped to the new
-// box's 0..99 until the first refresh, and no connection reports that yet.
+// box's 0..99 until the first refresh, and no connection reports that yet
+// (pinned by integerShowsClampedUntilFirstRefresh).
 void ParamSimple::_addSpinIntBox()
 {
     const Parameter::VisualParams visual = _parameter->getVisualParams();
@@ -310,7 +308,8 @@ void ParamSimple::_addRadioButtons()
         groupLayout->addWidget(button);
         buttons.emplace_back(button, entry);
 
-        // clicked: a click on the button already on still reports an edit.
+        // clicked: a click on the button already on still reports an edit
+        // (pinned by radioClickWritesEntryAndReports).
         connect(button, &QRadioButton::clicked, this,
                 [this, entry]() { _write(QString::fromStdString(entry)); });
     }
@@ -351,9 +350,8 @@ void ParamSimple::_connectLineEditWrite(QLineEdit *edit)
     connect(edit, &QLineEdit::textChanged, this, [this](const QString &text) { _write(text); });
 }
 
-// A load of the text already shown fires nothing and is skipped: every tree
-// selection refreshes all editors, and laying out the same text again is
-// what such a refresh would spend its time on.
+// A load of the text already shown is skipped: every tree selection
+// refreshes all editors, and laying out the same text again is their cost.
 void ParamSimple::_connectLineEditLoad(QLineEdit *edit)
 {
     connect(this, &ParamSimple::sig_update, edit, [this, edit]() {
@@ -403,7 +401,8 @@ void ParamSimple::_addLineEdit_filterkey()
 
 void ParamSimple::_addLineEdit_password()
 {
-    // The echo mode is the whole protection: the value is kept as plain text.
+    // The echo mode is the whole protection: the value is kept as plain text
+    // (pinned by passwordIsHiddenButStoredAsTyped).
     QLineEdit *edit = _createLabelledLineEdit(true);
     _connectLineEditWrite(edit);
     _connectLineEditLoad(edit);
@@ -424,7 +423,7 @@ void ParamSimple::_addLineEdit_browse(const std::function<QString()> &browse)
             return;
         edit->setText(result);
         // Emitted a second time on purpose: picking the path already shown
-        // still counts as an edit.
+        // still counts as an edit (pinned by browsePickReportsTwiceOrOnce).
         emit edit->textChanged(result);
     });
     _connectLineEditLoad(edit);
@@ -472,7 +471,7 @@ void ParamSimple::_addListControl(const std::function<void(ListView *)> &onAdd)
     connect(buttonAdd, &QPushButton::clicked, this, [list, onAdd]() { onAdd(list); });
     connect(buttonDelete, &QPushButton::clicked, this, [this, list]() {
         // After a reload nothing is selected: row -1 is refused quietly and
-        // the edit is reported all the same.
+        // the edit is reported all the same (pinned by deleteAfterRefreshHitsNothing).
         list->deleteItem(list->getCurrentIndex());
         emit sig_chenged();
     });
@@ -534,24 +533,12 @@ namespace {
 
 std::vector<CheckerTLE::TLE> _convert(const std::vector<ParameterListTLEs::TLE> &tles)
 {
-    std::vector<CheckerTLE::TLE> result(tles.size());
-    for (std::size_t i = 0; i < tles.size(); ++i) {
-        result[i].line0 = tles[i].line0;
-        result[i].line1 = tles[i].line1;
-        result[i].line2 = tles[i].line2;
-    }
-    return result;
+    return convertTLEs<CheckerTLE::TLE>(tles);
 }
 
 std::vector<ParameterListTLEs::TLE> _convert(const std::vector<CheckerTLE::TLE> &tles)
 {
-    std::vector<ParameterListTLEs::TLE> result(tles.size());
-    for (std::size_t i = 0; i < tles.size(); ++i) {
-        result[i].line0 = tles[i].line0;
-        result[i].line1 = tles[i].line1;
-        result[i].line2 = tles[i].line2;
-    }
-    return result;
+    return convertTLEs<ParameterListTLEs::TLE>(tles);
 }
 
 // One line per message, each ending in a line feed.
@@ -573,10 +560,8 @@ void _warn(ParamSimple *frame, const std::vector<std::string> &messages)
 
 // Puts `text` into the field, which now shows `shown`, and leaves it as
 // setPlainText would: cursor at the start, no undo history, not modified.
-// Only the part that differs is replaced, because a pasted catalog is mostly
-// in normal form already, and laying out a large catalog anew would cost as
-// much as the paste itself. The field's own signals stay blocked so that the
-// rewrite does not run the text handler again.
+// Only the part that differs is replaced: a pasted catalog is mostly in normal
+// form already. The field's signals stay blocked, so the handler does not rerun.
 void _rewrite(QPlainTextEdit *field, const QString &shown, const QString &text)
 {
     const int common = std::min(shown.size(), text.size());
@@ -645,7 +630,8 @@ void ParamSimple::_addTLEsField()
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
 
     // Given the frame as parent, the layout is refused by the frame (which has
-    // one already; Qt says so on its log) and stays free for the grid below.
+    // one already; Qt says so on its log) and stays free for the grid below
+    // (pinned by tleFieldSetUp).
     auto *buttons = new QHBoxLayout(this);
     buttons->setContentsMargins(0, 0, 0, 0);
     buttons->addWidget(buttonClear);
@@ -656,7 +642,7 @@ void ParamSimple::_addTLEsField()
 
     // Clear: setPlainText runs the text handler in the middle, whose apply
     // shows "TLEs text is empty."; the final apply then stays silent, so the
-    // user sees exactly one warning.
+    // user sees exactly one warning (pinned by tleClearWarnsExactlyOnce).
     connect(buttonClear, &QPushButton::clicked, this, [this, list, field, buttonClear]() {
         list->setTLEs({});
         field->setPlainText(QString());
@@ -671,12 +657,13 @@ void ParamSimple::_addTLEsField()
         const QString oldText = field->toPlainText();
         std::vector<std::string> messages;
         std::string fileText;
-        // A cancelled dialog fails here like an unreadable file, without a word.
+        // A cancelled dialog fails here like an unreadable file, without a word
+        // (pinned by tleLoadCancelledOrEmptyChangesNothing).
         if (CheckerTLE::LoadFromFile(messages, fileText, fileName.toStdString()) != 0
             || fileText.empty())
             return;
         // Latin-1 into an empty field, UTF-8 behind earlier sets; both stop at
-        // the first zero byte.
+        // the first zero byte (pinned by tleLoadDecodesLatin1OrUtf8UpToZeroByte).
         if (oldText.isEmpty())
             field->setPlainText(QString::fromLatin1(fileText.c_str()));
         else
@@ -689,7 +676,8 @@ void ParamSimple::_addTLEsField()
         apply(this, list, field);
     });
     // Shows the list without touching it or the Clear button; a record that
-    // fails the check is left out of the field but stays in the list.
+    // fails the check is left out of the field but stays in the list (pinned
+    // by tleRefreshHidesBadRecordButKeepsIt).
     connect(this, &ParamSimple::sig_update, field, [this, list, field]() {
         std::vector<std::string> messages;
         std::string text;

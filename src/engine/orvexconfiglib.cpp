@@ -3,6 +3,7 @@
 
 #include "engine/orvexconfiglib.h"
 #include "engine/orvexconfiglib_p.h"
+#include "engine/textconv.h"
 
 #include "model/parameter.h"
 
@@ -25,35 +26,6 @@
 namespace {
 
 // ------------------------------------------------------------ text helpers
-
-// Text of the file as UTF-8, in one allocation when it is ASCII, as values
-// mostly are.
-std::string _utf8(QString const &text)
-{
-    int const size = text.size();
-    QChar const *chars = text.constData();
-    for (int i = 0; i < size; ++i) {
-        if (chars[i].unicode() >= 0x80)
-            return text.toStdString();
-    }
-    std::string ascii(std::size_t(size), '\0');
-    for (int i = 0; i < size; ++i)
-        ascii[std::size_t(i)] = char(chars[i].unicode());
-    return ascii;
-}
-
-// Text from the tree enters Qt as UTF-8, up to the first NUL byte. Keys and
-// values are mostly ASCII, which needs no decoding.
-QString _toQString(std::string const &text)
-{
-    char const *const bytes = text.c_str();
-    int size = 0;
-    for (; bytes[size] != '\0'; ++size) {
-        if (static_cast<unsigned char>(bytes[size]) >= 0x80)
-            return QString::fromUtf8(bytes);
-    }
-    return QString::fromLatin1(bytes, size);
-}
 
 std::string _locationLine(QSourceLocation const &where)
 {
@@ -315,7 +287,8 @@ Parameter *_createList(ParameterComplex *parent, std::string const &key,
     ParameterSimple::Fasets fasets;
     fasets.kind = ParameterSimple::FasetRange;
     // minOccurs is both the least number of items and the lower bound of each
-    // number item; a list of integers with minOccurs 1 refuses 0 on purpose.
+    // number item; a list of integers with minOccurs 1 refuses 0 on purpose
+    // (pinned by sequenceMinOccursGivesListMinimum and integerItemsAreHeldAgainstMinOccurs).
     fasets.minValue =
         ParameterSimple::value2int(sequence.attribute(QStringLiteral("minOccurs")).toStdString());
     return new ParameterList(parent, key, listKey, visual, itemType, fasets);
@@ -394,7 +367,8 @@ void _loadList(ParameterList *list, QDomElement const &element)
     // Items count whatever their tag; the list key is only the writer's.
     for (QDomElement item = element.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
         items.push_back(_utf8(item.text()));
-    // A refused list keeps its earlier items, and the file is not blamed.
+    // A refused list keeps its earlier items, and the file is not blamed
+    // (pinned by listWithRefusedItemKeepsEarlierItems).
     list->setValues(items);
 }
 
@@ -749,7 +723,7 @@ int writeXML(std::vector<std::string> &errors, ParameterComplex const *root, std
     document.appendChild(rootElement);
 
     // The stream keeps its default codec, though the declaration always says
-    // UTF-8; files have always been written so.
+    // UTF-8; files have always been written so (pinned by streamUsesDefaultCodec).
     QTextStream stream(&file);
     stream << QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") << document.toString(1);
     return status;

@@ -133,6 +133,45 @@ bool ParameterComplex::isVisible_rec(std::string service) const
     return false; // also a section without children
 }
 
+ParameterSimple *ParameterComplex::getSimpleChild(std::size_t index, std::string const &key) const
+{
+    if (childrenPtrs.size() <= index || !childrenPtrs[index])
+        return nullptr;
+    Parameter *child = childrenPtrs[index];
+    if (child->getGlobalType() != GlobalType::Simple || child->getParameterKey() != key)
+        return nullptr;
+    return dynamic_cast<ParameterSimple *>(child);
+}
+
+static void _rec_visibleLeaves(std::vector<ParameterSimple *> &leaves, std::string const &service,
+                               ParameterComplex const *node)
+{
+    for (Parameter *child : node->getChildrenPtrs()) {
+        if (!child || !child->isVisible(service))
+            continue;
+        switch (child->getGlobalType()) {
+        case Parameter::GlobalType::Complex:
+            if (auto const *complex = dynamic_cast<ParameterComplex const *>(child))
+                _rec_visibleLeaves(leaves, service, complex);
+            break;
+        case Parameter::GlobalType::Simple:
+        case Parameter::GlobalType::List:
+            if (auto *leaf = dynamic_cast<ParameterSimple *>(child))
+                leaves.push_back(leaf);
+            break;
+        case Parameter::GlobalType::ListTLEs:
+            break;
+        }
+    }
+}
+
+std::vector<ParameterSimple *> ParameterComplex::getVisibleLeaves(std::string const &service) const
+{
+    std::vector<ParameterSimple *> leaves;
+    _rec_visibleLeaves(leaves, service, this);
+    return leaves;
+}
+
 // ---------------------------------------------------------- ParameterSimple
 
 ParameterSimple::ParameterSimple(ParameterComplex *parent, std::string const &key,
@@ -147,6 +186,11 @@ ParameterSimple::SimpleType ParameterSimple::getSimpleType() const { return simp
 ParameterSimple::Fasets ParameterSimple::getFasets() const { return fasets; }
 
 std::string ParameterSimple::getValue() const { return value; }
+
+bool ParameterSimple::hasEnumeration() const
+{
+    return fasets.kind == FasetEnumeration && !fasets.enumeration.empty();
+}
 
 bool ParameterSimple::setValue(std::string const &newValue)
 {

@@ -7,6 +7,7 @@
 #include <vector>
 
 class ParameterComplex;
+class ParameterSimple;
 
 // A node of the parameter tree. The tree is built once from the schema and
 // never restructured; only the values of the leaves change. The only virtual
@@ -77,6 +78,12 @@ public:
     std::vector<Parameter *> getChildrenPtrs() const;
     // True when at least one leaf below is visible along visible sections.
     bool isVisible_rec(std::string service) const;
+    // The child at `index` when it is a one-value leaf with the key `key`;
+    // null otherwise.
+    ParameterSimple *getSimpleChild(std::size_t index, std::string const &key) const;
+    // The visible leaves and lists below this node, depth first in schema
+    // order. A hidden node hides its whole subtree; TLE lists are left out.
+    std::vector<ParameterSimple *> getVisibleLeaves(std::string const &service) const;
 
 protected:
     std::vector<Parameter *> childrenPtrs;
@@ -122,6 +129,8 @@ public:
     Fasets getFasets() const;
     // A copy of the current value; empty until the first accepted setValue.
     std::string getValue() const;
+    // Whether the facets are an enumeration with at least one entry.
+    bool hasEnumeration() const;
 
     // Stores the text unchanged when checkValue allows it; otherwise leaves
     // the value as it was and returns false.
@@ -158,7 +167,8 @@ public:
     // Replaces all items, or changes nothing and returns false. The minimum
     // is only tested against an empty list; the editor keeps the exact count.
     bool setValues(std::vector<std::string> const &values);
-    // Appends one item that checkValue allows; the mirrored value stays.
+    // Appends one item that checkValue allows; the mirrored value stays
+    // (pinned by addValueLeavesMirroredValueAlone).
     bool addValue(std::string const &value);
     // Erases one item; false for an index at or past the end.
     bool removeValue(unsigned int index);
@@ -190,7 +200,7 @@ public:
     std::string getListKey() const;
     // A copy of the records.
     std::vector<TLE> getTLEs() const;
-    // Appends one record, despite its name.
+    // Appends one record, despite its name (pinned by setTLEAppends).
     void setTLE(TLE const &tle);
     // Replaces all records.
     void setTLEs(std::vector<TLE> const &tles);

@@ -16,7 +16,8 @@ void Filter::sl_textForcedCleared()
 {
     // The text is cleared before the flag is set, not after: a box emptied
     // here still sees the flag as it stood, so a cleared search can reset to
-    // the first section. Keep this order.
+    // the first section. Keep this order (pinned by
+    // treeSelectionDuringSearchWithoutMarkResets).
     setText(QString(""));
     _forcedCleared = true;
 }

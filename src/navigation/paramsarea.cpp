@@ -58,7 +58,8 @@ QString ParamsArea::getAreaName() const { return _areaName; }
 
 void ParamsArea::sl_scrollup() { ensureVisible(0, 0, 50, 50); }
 
-// Kept for a later use: nothing is connected to either end yet.
+// Kept for a later use: nothing is connected to either end yet (pinned by
+// serviceChangeIsOnlyPassedOn).
 void ParamsArea::sl_serviceChenged(const QString &service) { emit sig_serviceChenged(service); }
 
 void ParamsArea::_setup()
@@ -139,7 +140,8 @@ void ParamsArea::_initType()
 void ParamsArea::_createArea()
 {
     // A section that only groups others returns before its name is taken:
-    // it shows a blank page under a blank heading, on purpose.
+    // it shows a blank page under a blank heading, on purpose (pinned by
+    // sectionWithOnlySubsectionsHasBlankPageAndHeading).
     if (_type == AreaEmpty || _type == AreaSections || !_parameter)
         return;
     const std::vector<Parameter *> children = _parameter->getChildrenPtrs();

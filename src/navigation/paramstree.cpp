@@ -34,26 +34,10 @@ private:
 static void _rec_selectGeneralParams(QList<ParameterSimple *> &params, const QString &service,
                                      const ParameterComplex *node)
 {
-    const std::string serviceText = service.toStdString();
-    for (Parameter *child : node->getChildrenPtrs()) {
-        // A hidden section hides its whole subtree from this page.
-        if (!child || !child->isVisible(serviceText))
-            continue;
-        switch (child->getGlobalType()) {
-        case Parameter::GlobalType::Complex:
-            if (const ParameterComplex *complex = dynamic_cast<const ParameterComplex *>(child))
-                _rec_selectGeneralParams(params, service, complex);
-            break;
-        case Parameter::GlobalType::Simple:
-        case Parameter::GlobalType::List:
-            if (child->getVisualParams().importance == 0) {
-                if (ParameterSimple *simple = dynamic_cast<ParameterSimple *>(child))
-                    params.append(simple);
-            }
-            break;
-        case Parameter::GlobalType::ListTLEs:
-            break;
-        }
+    // A hidden section hides its whole subtree from this page.
+    for (ParameterSimple *leaf : node->getVisibleLeaves(service.toStdString())) {
+        if (leaf->getVisualParams().importance == 0)
+            params.append(leaf);
     }
 }
 

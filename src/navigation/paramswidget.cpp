@@ -43,21 +43,16 @@ void ParamsWidget::activeteSearchArea()
 void ParamsWidget::setNewSearchArea(ParamsArea *area)
 {
     // The replaced page is not deleted: it stays a hidden child of the stack,
-    // with its editors, for as long as the stack lives.
+    // with its editors, for as long as the stack lives (pinned by
+    // onlyLastOfSeveralSearchPagesStaysInStack).
     if (_searchArea) {
-        // Taken out while on screen, the page would stay visible until the
-        // stack has shown another one in its place, so that all its widgets
-        // would be marked for repainting and then struck off again one by one.
-        // Hidden first, it is spared that. Not when it holds the focus: its
-        // hiding passes the focus on, and the page shown in its place must be
-        // there to take it, as before.
+        // Hidden before it is taken out, it is spared a useless repaint;
+        // not while it holds the focus, which the next page must take over.
         if (currentWidget() == _searchArea
             && !_searchArea->isAncestorOf(QApplication::focusWidget()))
             _searchArea->hide();
         removeWidget(_searchArea);
-        // Nothing shows the page again. With its updates off, each later
-        // change of page passes over it as a whole, where the stack would
-        // otherwise switch the updates of all its editors off and on again.
+        // Nothing shows it again; with updates off, later page switches skip it.
         _searchArea->setUpdatesEnabled(false);
     }
     _searchArea = area;

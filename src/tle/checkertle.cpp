@@ -19,11 +19,13 @@ constexpr std::size_t _dataLineSize = 69;
 // reads the same as a copy of it that ends in a zero.
 const char *_fault(std::size_t nameSize, const char *line1, const char *line2)
 {
-    // A name of exactly 69 bytes passes, although the text reader never takes one as a name.
+    // A name of exactly 69 bytes passes, although the text reader never takes one as a name
+    // (pinned by checkGivesVerdict and nameOfSixtyNineBytesRunsIntoNextSet).
     if (nameSize > _dataLineSize)
         return "Line #0 has size > 69.";
     // A wrong check digit fails like a malformed line, and lines numbered "2" and "2" pass:
-    // only the form and the check digits are tested.
+    // only the form and the check digits are tested (pinned by
+    // dataLinesAreTestedOnlyForFormAndDigits).
     if (tle_checksum(line1) != 0)
         return "Line #1 is not TLE line.";
     if (tle_checksum(line2) != 0)
@@ -177,7 +179,7 @@ int parseTLEs(std::vector<std::string> &messages, std::vector<TLE> &tles, std::s
         cursor = more ? feed + 1 : end;
     }
 
-    // "TLEs" even for one: the text is kept as users know it.
+    // "TLEs" even for one: the text is kept as users know it (pinned by namedSetGivesOneRecord).
     messages.push_back(std::to_string(tles.size()) + " problem-free TLEs were parsed.");
     return grouper.hadProblem() ? 1 : 0;
 }
@@ -196,14 +198,15 @@ int TLEs2text(std::vector<std::string> &messages, std::string &text, std::vector
             }
         }
         // The separator goes by index, not by sets written: a refused first set still
-        // leaves its two line feeds at the start of the text.
+        // leaves its two line feeds at the start of the text (pinned by
+        // writerSeparatesByIndexAfterRefusal).
         if (i != 0)
             written.append("\n\n", 2);
         _appendSet(written, tle);
     }
     text.swap(written);
     // Counts the sets handed in, refused ones included, and the result stays 0: the
-    // caller is not told of refusals.
+    // caller is not told of refusals (pinned by writerSeparatesByIndexAfterRefusal).
     messages.push_back("Successfully written " + std::to_string(tles.size()) + " TLEs.");
     return 0;
 }

@@ -142,7 +142,8 @@ std::int32_t _readField(const char *field)
 }
 
 // Sign, five digits, exponent sign, exponent digit. The scaling is done by repeated
-// multiplication on purpose: the last bits of the result depend on it.
+// multiplication on purpose: the last bits of the result depend on it (pinned by
+// exponentFieldScalesByRepeatedMultiplication).
 double sci(const char *field)
 {
     if (field[1] == ' ')
@@ -251,7 +252,8 @@ void _readElements(const char *line1, const char *line2, element_set *sat)
 
     const std::int32_t rate = _readInt(line1 + 35);
     sat->mean_motion_rate = (static_cast<double>(rate) * 1e-8) * _twoPi / _minutesPerDaySquared;
-    // A "-" with all digits zero gives a negative zero; that is kept.
+    // A "-" with all digits zero gives a negative zero; that is kept (pinned by
+    // negativeRateOfZeroIsNegativeZero).
     if (line1[33] == '-')
         sat->mean_motion_rate = -sat->mean_motion_rate;
 
@@ -296,7 +298,7 @@ int parse_elements(const char *line1, const char *line2, element_set *sat)
         result |= 1;
     const int check2 = tle_checksum(line2);
     // A malformed line 2 reports the bare checksum value, without the offset of line 1;
-    // the asymmetry is kept on purpose.
+    // the asymmetry is kept on purpose (pinned by parseReportsMalformedLinesAsymmetrically).
     if (check2 < 0)
         return check2;
     if (check2 > 0)
