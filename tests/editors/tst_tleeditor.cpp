@@ -6,9 +6,25 @@
 
 #include "editorfixture.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QtTest>
 
+#include <algorithm>
+
 using namespace fixture;
+
+namespace {
+
+bool _anyFixedPitchFamily()
+{
+    const QFontDatabase fonts;
+    const QStringList families = fonts.families();
+    return std::any_of(families.cbegin(), families.cend(),
+                       [&fonts](const QString &family) { return fonts.isFixedPitch(family); });
+}
+
+} // namespace
 
 class TestTleEditor : public QObject
 {
@@ -66,6 +82,10 @@ void TestTleEditor::tleFieldSetUp()
     QCOMPARE(field->font().pointSize(), 8);
     QCOMPARE(field->font().weight(), 50);
     QVERIFY(!field->font().italic());
+    // Without a "Console" family the sets still line up in a fixed-pitch face.
+    QCOMPARE(field->font().styleHint(), QFont::TypeWriter);
+    if (_anyFixedPitchFamily())
+        QVERIFY2(QFontInfo(field->font()).fixedPitch(), qPrintable(QFontInfo(field->font()).family()));
     QCOMPARE(field->minimumSize(), QSize(350, 250));
     QCOMPARE(int(field->windowFlags()), 18);
     QCOMPARE(field->lineWrapMode(), QPlainTextEdit::NoWrap);
