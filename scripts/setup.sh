@@ -10,6 +10,8 @@ packages=(g++ cmake make qtbase5-dev libqt5xmlpatterns5-dev libxml2-utils locale
 packages+=(clang libclang-rt-14-dev)
 # The independent side of the TLE import tests.
 packages+=(python3-sgp4)
+# A fixed-pitch face for the TLE field, which asks for "Console" or any typewriter face.
+packages+=(fonts-dejavu-core)
 # The manual pages, the shell completion and the checks of the package.
 packages+=(help2man bash-completion lintian appstream desktop-file-utils reuse)
 # The desktop program's manual page, the menu icons rendered from their SVG,

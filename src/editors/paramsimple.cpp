@@ -626,7 +626,10 @@ void ParamSimple::_addTLEsField()
     buttonLoad->setMinimumWidth(100);
     field->setMinimumSize(350, 250);
     field->setWindowFlags(Qt::SubWindow);
-    field->setFont(QFont(QStringLiteral("Console"), 8, QFont::Normal, false));
+    // The hint finds a fixed-pitch face where no "Console" family is installed.
+    QFont font(QStringLiteral("Console"), 8, QFont::Normal, false);
+    font.setStyleHint(QFont::TypeWriter);
+    field->setFont(font);
     field->setLineWrapMode(QPlainTextEdit::NoWrap);
 
     // Given the frame as parent, the layout is refused by the frame (which has

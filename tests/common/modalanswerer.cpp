@@ -64,22 +64,35 @@ void ModalAnswerer::chooseFile(const QString &path)
 {
     handleWith([path](QWidget *w) {
         auto *fd = qobject_cast<QFileDialog *>(w);
-        // selectFile() leaves the name field alone once it has focus, so the
-        // name is typed into the field itself, whenever the answer comes.
-        auto *nameEdit = fd ? fd->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
-        if (!nameEdit) {
+        const QFileInfo info(path);
+        if (!fd || !enterFileNames(fd, info.absolutePath(), {info.fileName()})) {
             qWarning("ModalAnswerer: expected a file dialog, got %s", w->metaObject()->className());
             if (auto *d = qobject_cast<QDialog *>(w))
                 d->reject();
             return;
         }
-        const QFileInfo info(path);
-        fd->setDirectory(info.absolutePath());
-        nameEdit->setText(info.fileName());
         // accept() of a save dialog may ask about overwriting; the test
         // chooses paths where that question does not arise.
         static_cast<QDialog *>(fd)->accept(); // QFileDialog::accept is protected
     });
+}
+
+bool ModalAnswerer::enterFileNames(QFileDialog *dialog, const QString &directory, const QStringList &names)
+{
+    // selectFile() leaves the name field alone once it has focus, and when the
+    // window gets it depends on the window system; so the names go into the
+    // field itself, whenever the answer comes.
+    auto *nameEdit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    if (!nameEdit)
+        return false;
+    dialog->setDirectory(directory);
+    QStringList typed = names;
+    if (typed.size() > 1) {
+        for (QString &name : typed)
+            name = QLatin1Char('"') + name + QLatin1Char('"');
+    }
+    nameEdit->setText(typed.join(QLatin1Char(' ')));
+    return true;
 }
 
 void ModalAnswerer::cancel()

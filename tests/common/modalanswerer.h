@@ -13,6 +13,8 @@
 
 #include <functional>
 
+class QFileDialog;
+
 // Answers the modal boxes and dialogs that a call under test opens.
 // Arm it with one answer per expected modal widget *before* the call; a timer
 // finds QApplication::activeModalWidget(), records what it shows and gives
@@ -46,6 +48,9 @@ public:
     void pressButton(QMessageBox::StandardButton button);
     // Accepts the next file dialog with this file name (a path).
     void chooseFile(const QString &path);
+    // Goes to `directory` and puts the names into the dialog's name field, quoted
+    // when there are several; false for a dialog without a name field.
+    static bool enterFileNames(QFileDialog *dialog, const QString &directory, const QStringList &names);
     // Rejects the next dialog of any kind (Escape on a box, Cancel on a dialog).
     void cancel();
     // Hands the next modal widget to a function of the test.

@@ -4,6 +4,7 @@
 #include "editors/listview.h"
 
 #include "model/parameter.h"
+#include "parambuilders.h"
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
@@ -22,11 +23,8 @@ struct ListFixture
                 double maxValue = 9999999.9)
         : root(nullptr, "root", Parameter::VisualParams())
     {
-        ParameterSimple::Fasets fasets;
-        fasets.kind = ParameterSimple::FasetRange;
-        fasets.minValue = minValue;
-        fasets.maxValue = maxValue;
-        list = new ParameterList(&root, "items", "item", Parameter::VisualParams(), type, fasets);
+        list = new ParameterList(&root, "items", "item", Parameter::VisualParams(), type,
+                                 builders::range(minValue, maxValue));
         if (!values.empty())
             list->setValues(values);
     }

@@ -93,6 +93,8 @@ private slots:
     void extraElementsArePassedOver();
     void secondFileOverlaysFirst();
     void loaderKeepsFirstOfRepeatedElements();
+    void firstCopyCountsWhenLaterCopyFollowsPredecessor_data();
+    void firstCopyCountsWhenLaterCopyFollowsPredecessor();
     void orderOfSectionsAndLeavesDoesNotMatter();
     void attributesAreNotRead();
     void hiddenAndOtherServiceParametersAreLoaded();
@@ -630,6 +632,39 @@ void TestConfigLoader::earlierLinesStayInFront()
     Lines errors{"first", "second"};
     QCOMPARE(_loadText(config(fullChildren("  <Gain>0.75</Gain>\n", "")), errors), 1);
     QCOMPARE(errors, Lines({"first", "second", "Node \"->root->Station->Gain\" not found in XML"}));
+}
+
+void TestConfigLoader::firstCopyCountsWhenLaterCopyFollowsPredecessor_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<QString>("expected");
+    // The first copy stands early in the file; the later one stands right after the
+    // element found just before it (its predecessor in schema order), where the
+    // walk looks first.
+    QTest::newRow("leaf") << config(fullChildren("  <Name>North dish</Name>\n",
+                                                 "  <Mode>slow</Mode>\n  <Name>North dish</Name>\n"))
+                          << QStringList({"Station", "Mode"}) << "slow";
+    QTest::newRow("section")
+        << config(fullChildren().replace(" <Version>", " <Station>\n  <Name>first station</Name>\n"
+                                                       "  <Antennas>3</Antennas>\n  <Gain>0.75</Gain>\n"
+                                                       "  <Mode>slow</Mode>\n  <Enabled>true</Enabled>\n"
+                                                       "  <Workdir>/srv</Workdir>\n </Station>\n <Version>"))
+        << QStringList({"Station", "Name"}) << "first station";
+}
+
+void TestConfigLoader::firstCopyCountsWhenLaterCopyFollowsPredecessor()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QStringList, keys);
+    QFETCH(QString, expected);
+    Lines errors;
+    QCOMPARE(_loadText(text, errors), 0);
+    QCOMPARE(errors, Lines());
+    std::vector<std::string> path;
+    for (QString const &key : keys)
+        path.push_back(key.toStdString());
+    QCOMPARE(_value(path), expected.toStdString());
 }
 
 void TestConfigLoader::manySiblingsStillFindFirstElementOfEachKey()

@@ -6,6 +6,7 @@
 
 #include "engine/orvexconfiglib.h"
 #include "model/parameter.h"
+#include "parambuilders.h"
 
 #include <QTemporaryDir>
 #include <QTextCodec>
@@ -38,11 +39,8 @@ ParameterSimple *newLeaf(ParameterComplex *parent, std::string const &key, std::
 ParameterList *newList(ParameterComplex *parent, std::string const &key, std::string const &listKey,
                        Lines const &items)
 {
-    ParameterSimple::Fasets fasets;
-    fasets.kind = ParameterSimple::FasetRange;
-    fasets.minValue = 0;
-    auto *list =
-        new ParameterList(parent, key, listKey, Parameter::VisualParams(), ParameterSimple::String, fasets);
+    auto *list = new ParameterList(parent, key, listKey, Parameter::VisualParams(), ParameterSimple::String,
+                                   builders::atLeast(0));
     list->setValues(items);
     return list;
 }
@@ -293,17 +291,12 @@ void TestConfigWriter::tleListWithOtherKeyComesBackEmpty()
 
 void TestConfigWriter::valuesAreNotCheckedAgainstFacets()
 {
-    ParameterSimple::Fasets oneToTen;
-    oneToTen.kind = ParameterSimple::FasetRange;
-    oneToTen.minValue = 1;
-    oneToTen.maxValue = 10;
+    ParameterSimple::Fasets const oneToTen = builders::range(1, 10);
     auto root = newRoot();
     auto *count = new ParameterSimple(root.get(), "Count", Parameter::VisualParams(),
                                       ParameterSimple::Integer, oneToTen);
     QVERIFY(count->setValue("7abc"));
-    ParameterSimple::Fasets atLeastThree;
-    atLeastThree.kind = ParameterSimple::FasetRange;
-    atLeastThree.minValue = 3;
+    ParameterSimple::Fasets const atLeastThree = builders::atLeast(3);
     auto *items = new ParameterList(root.get(), "Items", "Item", Parameter::VisualParams(),
                                     ParameterSimple::String, atLeastThree);
     items->addValue("only one");

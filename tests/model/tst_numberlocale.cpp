@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "model/parameter.h"
+#include "parambuilders.h"
 
 #include <QApplication>
 #include <QtTest>
@@ -24,15 +25,6 @@ private slots:
     void decimalRangeHoldsUnderCommaLocale();
     void decimalListItemsHoldUnderCommaLocale();
 };
-
-static ParameterSimple::Fasets _range(double minValue, double maxValue)
-{
-    ParameterSimple::Fasets fasets;
-    fasets.kind = ParameterSimple::FasetRange;
-    fasets.minValue = minValue;
-    fasets.maxValue = maxValue;
-    return fasets;
-}
 
 void TestNumberLocale::initTestCase()
 {
@@ -81,7 +73,7 @@ void TestNumberLocale::decimalRangeHoldsUnderCommaLocale()
     QFETCH(QString, value);
     QFETCH(bool, allowed);
 
-    ParameterSimple::Fasets const fasets = _range(0.5, 1.5);
+    ParameterSimple::Fasets const fasets = builders::range(0.5, 1.5);
     QCOMPARE(ParameterSimple::checkValue(value.toStdString(), fasets, ParameterSimple::Decimal),
              allowed);
 
@@ -92,10 +84,8 @@ void TestNumberLocale::decimalRangeHoldsUnderCommaLocale()
 
 void TestNumberLocale::decimalListItemsHoldUnderCommaLocale()
 {
-    ParameterSimple::Fasets fasets;
-    fasets.kind = ParameterSimple::FasetRange;
-    fasets.minValue = 1; // minOccurs 1 also bounds each item
-    fasets.maxValue = 2.5; // two items at most, and no item above 2.5
+    // minOccurs 1 also bounds each item; two items at most, and no item above 2.5.
+    ParameterSimple::Fasets const fasets = builders::range(1, 2.5);
     ParameterList list(nullptr, "widths", "Width", Parameter::VisualParams(),
                        ParameterSimple::Decimal, fasets);
 

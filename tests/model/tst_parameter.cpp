@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "model/parameter.h"
+#include "parambuilders.h"
 
 #include <QtTest>
 
@@ -60,31 +61,9 @@ Parameter::VisualParams _visual(Strings const &services = {}, bool isvisible = t
     return visual;
 }
 
-ParameterSimple::Fasets _range(double minValue, double maxValue)
-{
-    ParameterSimple::Fasets fasets;
-    fasets.kind = ParameterSimple::FasetRange;
-    fasets.minValue = minValue;
-    fasets.maxValue = maxValue;
-    return fasets;
-}
-
-ParameterSimple::Fasets _enumeration(Strings const &values)
-{
-    ParameterSimple::Fasets fasets;
-    fasets.kind = ParameterSimple::FasetEnumeration;
-    fasets.enumeration = values;
-    return fasets;
-}
-
-// The facets the schema reader gives a list: minOccurs as the lower bound.
-ParameterSimple::Fasets _listFasets(int minOccurs)
-{
-    ParameterSimple::Fasets fasets;
-    fasets.kind = ParameterSimple::FasetRange;
-    fasets.minValue = minOccurs;
-    return fasets;
-}
+using builders::atLeast;
+using builders::enumeration;
+using builders::range;
 
 ParameterSimple *_leaf(ParameterComplex *parent, std::string const &key,
                        Parameter::VisualParams const &visual = Parameter::VisualParams())
@@ -160,7 +139,7 @@ void TestParameter::constructorsLinkNodesIntoTheirParent()
     auto *section = new ParameterComplex(&root, "section", Parameter::VisualParams());
     auto *leaf = _leaf(section, "leaf");
     auto *list = new ParameterList(section, "list", "item", Parameter::VisualParams(),
-                                   ParameterSimple::Integer, _listFasets(1));
+                                   ParameterSimple::Integer, atLeast(1));
     auto *tles = new ParameterListTLEs(&root, "tles", "TLE", Parameter::VisualParams());
 
     QCOMPARE(root.getLevel(), 0u);
@@ -304,7 +283,7 @@ void TestParameter::deletingRootFreesEveryNodeOnceInIndexOrder()
                                             ParameterSimple::Fasets());
     auto *a2 = new Counted<ParameterComplex>(a, std::string("a2"), visual);
     auto *a21 = new Counted<ParameterList>(a2, std::string("a21"), std::string("item"), visual,
-                                           ParameterSimple::String, _listFasets(0));
+                                           ParameterSimple::String, atLeast(0));
     auto *b = new Counted<ParameterListTLEs>(root, std::string("b"), std::string("TLE"), visual);
     auto *c = new Counted<ParameterSimple>(root, std::string("c"), visual, ParameterSimple::String,
                                            ParameterSimple::Fasets());
@@ -423,47 +402,47 @@ void TestParameter::checkValue_data()
     QTest::newRow("integer, above default bounds") << "10000000" << none << Integer << false;
     QTest::newRow("integer, below default bounds") << "-10000000" << none << Integer << false;
 
-    QTest::newRow("integer 0.9..5.9, 0") << "0" << _range(0.9, 5.9) << Integer << true;
-    QTest::newRow("integer 0.9..5.9, 5") << "5" << _range(0.9, 5.9) << Integer << true;
-    QTest::newRow("integer 0.9..5.9, 6") << "6" << _range(0.9, 5.9) << Integer << false;
-    QTest::newRow("integer 0.9..5.9, -1") << "-1" << _range(0.9, 5.9) << Integer << false;
-    QTest::newRow("integer -0.5..5, 0") << "0" << _range(-0.5, 5) << Integer << true;
-    QTest::newRow("integer -0.5..5, -1") << "-1" << _range(-0.5, 5) << Integer << false;
+    QTest::newRow("integer 0.9..5.9, 0") << "0" << range(0.9, 5.9) << Integer << true;
+    QTest::newRow("integer 0.9..5.9, 5") << "5" << range(0.9, 5.9) << Integer << true;
+    QTest::newRow("integer 0.9..5.9, 6") << "6" << range(0.9, 5.9) << Integer << false;
+    QTest::newRow("integer 0.9..5.9, -1") << "-1" << range(0.9, 5.9) << Integer << false;
+    QTest::newRow("integer -0.5..5, 0") << "0" << range(-0.5, 5) << Integer << true;
+    QTest::newRow("integer -0.5..5, -1") << "-1" << range(-0.5, 5) << Integer << false;
 
-    QTest::newRow("decimal 0.5..1.5, 0.5") << "0.5" << _range(0.5, 1.5) << Decimal << true;
-    QTest::newRow("decimal 0.5..1.5, 1.5") << "1.5" << _range(0.5, 1.5) << Decimal << true;
-    QTest::newRow("decimal 0.5..1.5, 1.6") << "1.6" << _range(0.5, 1.5) << Decimal << false;
-    QTest::newRow("decimal 0.5..1.5, 0.4") << "0.4" << _range(0.5, 1.5) << Decimal << false;
-    QTest::newRow("decimal 0.5..1.5, nan") << "nan" << _range(0.5, 1.5) << Decimal << false;
-    QTest::newRow("decimal 0.5..1.5, inf") << "inf" << _range(0.5, 1.5) << Decimal << false;
+    QTest::newRow("decimal 0.5..1.5, 0.5") << "0.5" << range(0.5, 1.5) << Decimal << true;
+    QTest::newRow("decimal 0.5..1.5, 1.5") << "1.5" << range(0.5, 1.5) << Decimal << true;
+    QTest::newRow("decimal 0.5..1.5, 1.6") << "1.6" << range(0.5, 1.5) << Decimal << false;
+    QTest::newRow("decimal 0.5..1.5, 0.4") << "0.4" << range(0.5, 1.5) << Decimal << false;
+    QTest::newRow("decimal 0.5..1.5, nan") << "nan" << range(0.5, 1.5) << Decimal << false;
+    QTest::newRow("decimal 0.5..1.5, inf") << "inf" << range(0.5, 1.5) << Decimal << false;
     QTest::newRow("decimal, default bounds, inf") << "inf" << none << Decimal << false;
     QTest::newRow("decimal, default bounds, -inf") << "-inf" << none << Decimal << false;
     QTest::newRow("decimal, default bounds, nan") << "nan" << none << Decimal << false;
     QTest::newRow("decimal, default upper bound") << "9999999.9" << none << Decimal << true;
     QTest::newRow("decimal, above default bounds") << "10000000" << none << Decimal << false;
 
-    QTest::newRow("integer 1..10, word reads as 0") << "abc" << _range(1, 10) << Integer << false;
-    QTest::newRow("integer 0..10, word reads as 0") << "abc" << _range(0, 10) << Integer << true;
-    QTest::newRow("integer 1..20, number then word") << "12abc" << _range(1, 20) << Integer << true;
+    QTest::newRow("integer 1..10, word reads as 0") << "abc" << range(1, 10) << Integer << false;
+    QTest::newRow("integer 0..10, word reads as 0") << "abc" << range(0, 10) << Integer << true;
+    QTest::newRow("integer 1..20, number then word") << "12abc" << range(1, 20) << Integer << true;
 
-    QTest::newRow("integer 1..10, empty") << "" << _range(1, 10) << Integer << true;
-    QTest::newRow("decimal 0.5..1.5, empty") << "" << _range(0.5, 1.5) << Decimal << true;
+    QTest::newRow("integer 1..10, empty") << "" << range(1, 10) << Integer << true;
+    QTest::newRow("decimal 0.5..1.5, empty") << "" << range(0.5, 1.5) << Decimal << true;
     QTest::newRow("enumeration without empty entry, empty")
-        << "" << _enumeration({"1", "2"}) << Integer << false;
+        << "" << enumeration({"1", "2"}) << Integer << false;
     QTest::newRow("enumeration with empty entry, empty")
-        << "" << _enumeration({"1", ""}) << Integer << true;
+        << "" << enumeration({"1", ""}) << Integer << true;
 
-    ParameterSimple::Fasets both = _enumeration({"0", "20"});
+    ParameterSimple::Fasets both = enumeration({"0", "20"});
     both.minValue = 1;
     both.maxValue = 10;
     QTest::newRow("enumeration and bounds, listed outside bounds") << "20" << both << Integer << true;
     QTest::newRow("enumeration and bounds, unlisted inside bounds") << "5" << both << Integer << false;
     QTest::newRow("enumeration is case-sensitive")
-        << "Survey" << _enumeration({"survey"}) << ParameterSimple::String << false;
+        << "Survey" << enumeration({"survey"}) << ParameterSimple::String << false;
     QTest::newRow("enumeration holds for other types")
-        << "/tmp" << _enumeration({"/var"}) << ParameterSimple::Dirpath << false;
+        << "/tmp" << enumeration({"/var"}) << ParameterSimple::Dirpath << false;
 
-    QTest::newRow("string ignores bounds") << "-100000000" << _range(5, 6) << ParameterSimple::String
+    QTest::newRow("string ignores bounds") << "-100000000" << range(5, 6) << ParameterSimple::String
                                            << true;
     QTest::newRow("boolean accepts a word") << "maybe" << none << ParameterSimple::Boolean << true;
     QTest::newRow("e-mail is not checked here") << "no at sign" << none << ParameterSimple::Email
@@ -482,9 +461,9 @@ void TestParameter::checkValue()
 void TestParameter::setValueStoresAcceptedTextUnchanged()
 {
     ParameterSimple word(nullptr, "word", Parameter::VisualParams(), ParameterSimple::Integer,
-                         _range(0, 10));
+                         range(0, 10));
     ParameterSimple padded(nullptr, "padded", Parameter::VisualParams(), ParameterSimple::Integer,
-                           _range(1, 20));
+                           range(1, 20));
 
     // A word reads as 0, which lies in 0..10; the text is kept as it was given.
     QVERIFY(word.setValue("abc"));
@@ -497,9 +476,9 @@ void TestParameter::refusedSetValueKeepsEarlierValue()
 {
     ParameterComplex root(nullptr, "root", Parameter::VisualParams());
     auto *number = new ParameterSimple(&root, "number", Parameter::VisualParams(),
-                                       ParameterSimple::Integer, _range(1, 10));
+                                       ParameterSimple::Integer, range(1, 10));
     auto *choice = new ParameterSimple(&root, "choice", Parameter::VisualParams(),
-                                       ParameterSimple::String, _enumeration({"a", "b"}));
+                                       ParameterSimple::String, enumeration({"a", "b"}));
 
     QVERIFY(number->setValue("7"));
     QVERIFY(!number->setValue("11"));
@@ -532,7 +511,7 @@ void TestParameter::booleanAcceptsAnyWordThatThenReadsAsFalse()
 void TestParameter::setValuesWithNothingRefusedAtMinimumOne()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(1));
+                       atLeast(1));
     QVERIFY(list.setValues({"a", "b"}));
 
     QVERIFY(!list.setValues({}));
@@ -543,7 +522,7 @@ void TestParameter::setValuesWithNothingRefusedAtMinimumOne()
 void TestParameter::setValuesWithNothingEmptiesListAtMinimumZero()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(0));
+                       atLeast(0));
     QVERIFY(list.setValues({"a", "b"}));
     QCOMPARE(list.getValue(), std::string("a"));
 
@@ -555,7 +534,7 @@ void TestParameter::setValuesWithNothingEmptiesListAtMinimumZero()
 void TestParameter::setValuesTestsMinimumOnlyAgainstEmptyList()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(3));
+                       atLeast(3));
 
     // The exact count is the editor's business; the model tests only for none.
     QVERIFY(list.setValues({"only"}));
@@ -564,7 +543,7 @@ void TestParameter::setValuesTestsMinimumOnlyAgainstEmptyList()
 
 void TestParameter::setValuesRefusesMoreItemsThanMaximum()
 {
-    ParameterSimple::Fasets fasets = _listFasets(0);
+    ParameterSimple::Fasets fasets = atLeast(0);
     fasets.maxValue = 2.5;
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
                        fasets);
@@ -579,7 +558,7 @@ void TestParameter::setValuesRefusesMoreItemsThanMaximum()
 void TestParameter::setValuesRefusesBadItemAndKeepsEarlierItems()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::Integer,
-                       _listFasets(1));
+                       atLeast(1));
     QVERIFY(list.setValues({"3", "4"}));
 
     QVERIFY(!list.setValues({"5", "0", "6"}));
@@ -610,7 +589,7 @@ void TestParameter::integerItemsAreHeldAgainstMinOccurs()
     QFETCH(bool, accepted);
 
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::Integer,
-                       _listFasets(minOccurs));
+                       atLeast(minOccurs));
 
     QCOMPARE(list.addValue(item.toStdString()), accepted);
     QCOMPARE(list.getValues().size(), std::size_t(accepted ? 1 : 0));
@@ -620,7 +599,7 @@ void TestParameter::integerItemsAreHeldAgainstMinOccurs()
 void TestParameter::stringListAcceptsAnyText()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(5));
+                       atLeast(5));
 
     QVERIFY(list.addValue("-3"));
     QVERIFY(list.addValue("any text <at all>"));
@@ -642,7 +621,7 @@ void TestParameter::addValueAcceptsEmptyTextForEveryType()
 {
     QFETCH(ParameterSimple::SimpleType, type);
 
-    ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), type, _listFasets(1));
+    ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), type, atLeast(1));
 
     QVERIFY(list.addValue(""));
     QCOMPARE(list.getValues(), Strings{""});
@@ -651,7 +630,7 @@ void TestParameter::addValueAcceptsEmptyTextForEveryType()
 void TestParameter::addValueLeavesMirroredValueAlone()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(0));
+                       atLeast(0));
 
     QVERIFY(list.addValue("first"));
     QCOMPARE(list.getValues(), Strings{"first"});
@@ -661,7 +640,7 @@ void TestParameter::addValueLeavesMirroredValueAlone()
 void TestParameter::removeValueLeavesMirroredValueAlone()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(1));
+                       atLeast(1));
     QVERIFY(list.setValues({"first", "second"}));
 
     QVERIFY(list.removeValue(0));
@@ -675,7 +654,7 @@ void TestParameter::removeValueLeavesMirroredValueAlone()
 void TestParameter::removeValuePastEndIsRefused()
 {
     ParameterList list(nullptr, "list", "item", Parameter::VisualParams(), ParameterSimple::String,
-                       _listFasets(0));
+                       atLeast(0));
     QVERIFY(list.setValues({"a", "b"}));
 
     QVERIFY(!list.removeValue(2));
@@ -685,9 +664,9 @@ void TestParameter::removeValuePastEndIsRefused()
 
 void TestParameter::checkValuesOfEmptyListIsTrue()
 {
-    QVERIFY(ParameterList::checkValues({}, _listFasets(3), ParameterSimple::Integer));
-    QVERIFY(!ParameterList::checkValues({"5", "2", "9"}, _listFasets(3), ParameterSimple::Integer));
-    QVERIFY(ParameterList::checkValues({"5", "3", "9"}, _listFasets(3), ParameterSimple::Integer));
+    QVERIFY(ParameterList::checkValues({}, atLeast(3), ParameterSimple::Integer));
+    QVERIFY(!ParameterList::checkValues({"5", "2", "9"}, atLeast(3), ParameterSimple::Integer));
+    QVERIFY(ParameterList::checkValues({"5", "3", "9"}, atLeast(3), ParameterSimple::Integer));
 }
 
 void TestParameter::setTLEsWithNothingEmptiesList()

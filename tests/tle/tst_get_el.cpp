@@ -119,7 +119,51 @@ std::vector<RealSet> realSets(const QString &fileName)
 
 const QStringList realFiles = {"catalog-a.tle", "verification-sets.tle", "iss-crlf.tle"};
 
+// What the columns of a set say, angles in degrees and mean motion in revolutions a day.
+struct Columns
+{
+    int catalog, element, revolution;
+    char classification, ephemeris;
+    QByteArray designator;
+    double epoch, rate, accel, drag, inclination, node, eccentricity, perigee, anomaly, meanMotion;
+};
+
+// The record against what the columns say, field by field.
+void compareColumns(const element_set &sat, const Columns &expected)
+{
+    QCOMPARE(sat.catalog_number, expected.catalog);
+    QCOMPARE(sat.classification, expected.classification);
+    QCOMPARE(QByteArray(sat.international_designator), expected.designator);
+    QCOMPARE(sat.element_number, expected.element);
+    QCOMPARE(sat.revolution_number, expected.revolution);
+    QCOMPARE(sat.ephemeris_type, expected.ephemeris);
+    const double radians = pi / 180.0;
+    const double perMinute = 2.0 * pi / 1440.0;
+    const struct
+    {
+        const char *name;
+        double actual;
+        double expected;
+    } values[] = {
+        {"epoch", sat.epoch, expected.epoch},
+        {"rate", sat.mean_motion_rate, expected.rate * perMinute / 1440.0},
+        {"accel", sat.mean_motion_accel, expected.accel * perMinute / (1440.0 * 1440.0)},
+        {"drag", sat.drag_term, expected.drag},
+        {"inclination", sat.inclination, expected.inclination * radians},
+        {"node", sat.ascending_node, expected.node * radians},
+        {"eccentricity", sat.eccentricity, expected.eccentricity},
+        {"perigee", sat.perigee_argument, expected.perigee * radians},
+        {"anomaly", sat.mean_anomaly, expected.anomaly * radians},
+        {"mean motion", sat.mean_motion, expected.meanMotion * perMinute},
+    };
+    for (const auto &value : values)
+        QVERIFY2(closeTo(value.actual, value.expected), (QByteArray(value.name) + ": "
+                 + describe(value.actual, value.expected)).constData());
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(Columns)
 
 class TstGetEl : public QObject
 {
@@ -166,6 +210,8 @@ private slots:
     void highPrecisionSetForgetsWrongCheckDigits();
     void highValueRefusesMalformedField_data();
     void highValueRefusesMalformedField();
+    void parseReadsFieldsThatFillEveryColumn_data();
+    void parseReadsFieldsThatFillEveryColumn();
 
     void realSetsHaveRightCheckDigits_data();
     void realSetsHaveRightCheckDigits();
@@ -435,32 +481,9 @@ void TstGetEl::parseReadsEveryFieldOfASet()
 {
     element_set sat = patternedRecord();
     QCOMPARE(parse_elements(issLine1.c_str(), issLine2.c_str(), &sat), 0);
-    QCOMPARE(sat.catalog_number, 25544);
-    QCOMPARE(sat.classification, 'U');
-    QCOMPARE(QByteArray(sat.international_designator), QByteArray("98067A  "));
-    QCOMPARE(sat.element_number, 970);
-    QCOMPARE(sat.revolution_number, 29264);
-    QCOMPARE(sat.ephemeris_type, '0');
-    const double radiansPerDegree = pi / 180.0;
-    const struct
-    {
-        const char *name;
-        double actual;
-        double expected;
-    } values[] = {
-        {"epoch", sat.epoch, 2453010.01955591},
-        {"rate", sat.mean_motion_rate, 0.00019728 * 2.0 * pi / (1440.0 * 1440.0)},
-        {"accel", sat.mean_motion_accel, 0.0},
-        {"drag", sat.drag_term, 0.19085e-3},
-        {"inclination", sat.inclination, 51.6297 * radiansPerDegree},
-        {"node", sat.ascending_node, 78.4979 * radiansPerDegree},
-        {"eccentricity", sat.eccentricity, 0.0006431},
-        {"perigee", sat.perigee_argument, 344.6528 * radiansPerDegree},
-        {"anomaly", sat.mean_anomaly, 119.5204 * radiansPerDegree},
-        {"mean motion", sat.mean_motion, 15.66405366 * 2.0 * pi / 1440.0},
-    };
-    for (const auto &value : values)
-        QVERIFY2(closeTo(value.actual, value.expected), value.name);
+    compareColumns(sat, Columns{25544, 970, 29264, 'U', '0', "98067A  ", 2453010.01955591, 0.00019728,
+                                0.0, 0.19085e-3, 51.6297, 78.4979, 0.0006431, 344.6528, 119.5204,
+                                15.66405366});
 }
 
 void TstGetEl::parseKeepsOrderOfOperationsBitForBit_data()
@@ -741,6 +764,43 @@ void TstGetEl::highValueRefusesMalformedField()
     element_set sat = patternedRecord();
     QCOMPARE(parse_elements(line1.c_str(), issLine2.c_str(), &sat), 0);
     QVERIFY2(sameBits(sat.inclination, expected), describe(sat.inclination, expected).constData());
+}
+
+void TstGetEl::parseReadsFieldsThatFillEveryColumn_data()
+{
+    QTest::addColumn<QByteArray>("line1");
+    QTest::addColumn<QByteArray>("line2");
+    QTest::addColumn<Columns>("expected");
+    // No field leaves its first column blank: three-digit angles, two-digit mean motion,
+    // five-digit revolution and four-digit element numbers, signed rates and exponents.
+    // python3-sgp4 reads the same values from these lines.
+    QTest::newRow("nines")
+        << QByteArray("1 99999S 23123ABC 23365.99999999 -.12345678 -12345-5 -98765-9 9 99998")
+        << QByteArray("2 99999 179.9999 359.9999 9999999 359.9999 359.9999 99.99999999999997")
+        << Columns{99999, 9999, 99999, 'S', '9', "23123ABC", 2460310.49999999, -0.12345678,
+                   -0.12345e-5, -0.98765e-9, 179.9999, 359.9999, 0.9999999, 359.9999, 359.9999,
+                   99.99999999};
+    QTest::newRow("plus signs, year 2056")
+        << QByteArray("1 10001C 99001ZZZ 56001.00000001 +.00000001 -54321-7 +24680+2 0 12342")
+        << QByteArray("2 10001 123.4567 234.5678 1234567 345.6789 101.0101 16.12345678123459")
+        << Columns{10001, 1234, 12345, 'C', '0', "99001ZZZ", 2471998.50000001, 0.00000001,
+                   -0.54321e-7, 0.2468e2, 123.4567, 234.5678, 0.1234567, 345.6789, 101.0101,
+                   16.12345678};
+    QTest::newRow("leading zeros, year 1957")
+        << QByteArray("1 00005U 57001AAA 57365.12345678 -.99999999 +98765+1 -11111-1 8 00017")
+        << QByteArray("2 00005 100.0000 100.0001 0000001 100.0010 199.9999 10.00000001000011")
+        << Columns{5, 1, 1, 'U', '8', "57001AAA", 2436203.62345678, -0.99999999, 0.98765e1,
+                   -0.11111e-1, 100.0, 100.0001, 0.0000001, 100.001, 199.9999, 10.00000001};
+}
+
+void TstGetEl::parseReadsFieldsThatFillEveryColumn()
+{
+    QFETCH(QByteArray, line1);
+    QFETCH(QByteArray, line2);
+    QFETCH(Columns, expected);
+    element_set sat = patternedRecord();
+    QCOMPARE(parse_elements(line1.constData(), line2.constData(), &sat), 0);
+    compareColumns(sat, expected);
 }
 
 // ---- real element sets ----------------------------------------------------
