@@ -17,3 +17,4 @@ int runNew(Arguments const &args);
 int runUpdate(Arguments const &args);
 int runDiff(Arguments const &args);
 int runTleCheck(Arguments const &args);
+int runTleImport(Arguments const &args);

@@ -326,18 +326,21 @@ int runGet(Arguments const &args)
     return status;
 }
 
-int runSet(Arguments const &args)
+std::string tleListText(Parameter const *list)
 {
-    std::string const &config = args.positional()[0];
-    std::string const &pathText = args.positional()[1];
-    std::vector<std::string> const values(args.positional().begin() + 2, args.positional().end());
+    return _tleText(dynamic_cast<ParameterListTLEs const *>(list)->getTLEs());
+}
+
+int setValueAndWrite(SchemaLocation const &location, std::string const &config,
+    std::string const &pathText, std::vector<std::string> values, SetPrelude const &prelude)
+{
     ValuePath path;
     if (!parseValuePath(pathText, path)) {
         Console::message(pathText + " is not a parameter path");
         return Console::Failure;
     }
     ConfigTree tree;
-    int const status = openConfig(tree, locationOf(args), config);
+    int const status = openConfig(tree, location, config);
     if (status == Console::Failure)
         return Console::Failure;
     Parameter *node = tree.find(path.parameter);
@@ -346,11 +349,19 @@ int runSet(Arguments const &args)
         return Console::Failure;
     }
     std::string refusal;
-    if (!_apply(node, path, values, refusal)) {
+    if ((prelude && !prelude(node, path, values, refusal))
+        || !_apply(node, path, values, refusal)) {
         Console::message(pathText + ": " + refusal + "; " + config + " is left as it was");
         return Console::Failure;
     }
     return Console::worse(status, writeTree(tree, config));
+}
+
+int runSet(Arguments const &args)
+{
+    std::vector<std::string> const &positional = args.positional();
+    return setValueAndWrite(locationOf(args), positional[0], positional[1],
+        std::vector<std::string>(positional.begin() + 2, positional.end()));
 }
 
 int runDiff(Arguments const &args)

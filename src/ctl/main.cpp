@@ -107,6 +107,24 @@ std::vector<Command> const &_commands()
             "its age in days, inclination and mean motion. --at DATE counts the ages\n"
             "at DATE (UTC) instead of now.\n",
             { _helpOption, { "--report", "", false }, { "--at", "", true } }, 1, 1, runTleCheck },
+        { "tle-import", "tle-import FILE... [-o OUT] [--into CONFIG PATH [--append]]",
+            "convert OMM records to TLE sets",
+            "Converts the OMM records of the FILEs (CCSDS Orbit Mean-Elements Messages\n"
+            "as XML, CSV with a header row, JSON or KVN, told by content) into TLE sets,\n"
+            "name line and two data lines each, in input order, on standard output or\n"
+            "into OUT. Catalog numbers from 100000 to 339999 take the Alpha-5 form, a\n"
+            "letter for the first two digits (A = 10 ... Z = 33 without I and O), so\n"
+            "100000 is \"A0000\". A record with a number above 339999, a missing or\n"
+            "unreadable keyword, or a value that doesn't fit its columns is refused by\n"
+            "name on standard error; the others are still converted.\n"
+            "--into CONFIG PATH puts the sets into the TLE list at PATH instead of\n"
+            "printing them, replacing its sets or, with --append, behind them, and\n"
+            "writes CONFIG as \"set\" does; CONFIG stays untouched when PATH is not a\n"
+            "TLE list. PATH comes last. Exit status 1 when a record was refused, 2 when\n"
+            "no file could be read.\n",
+            { _helpOption, _schemaOption, { "--output", "-o", true }, { "--into", "", true },
+                { "--append", "", false } },
+            1, many, runTleImport },
     };
     return commands;
 }
@@ -140,7 +158,7 @@ std::string _help(Command const &command)
     bool const takesSchema = command.options.size() > 1 && command.options[1].name == "--schema";
     if (takesSchema)
         text += "\n" + std::string(_schemaText);
-    if (command.run == runSet)
+    if (command.run == runSet || command.run == runTleImport)
         text += "\n" + std::string(_rewriteText);
     text += "\nExit status: 0 success, 1 done with remarks, 2 failure.\n";
     return text;
