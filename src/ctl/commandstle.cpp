@@ -33,12 +33,26 @@ bool _now(Arguments const &args, std::int64_t &nowMs)
     return true;
 }
 
+// The age above which --report flags an epoch: --max-age DAYS, else 14.
+bool _maxAge(Arguments const &args, double &days)
+{
+    if (!args.isSet("--max-age"))
+        return true;
+    bool ok = false;
+    days = QByteArray::fromStdString(args.value("--max-age")).toDouble(&ok);
+    if (!ok || days < 0.0) {
+        Console::message("--max-age takes a number of days, not " + args.value("--max-age"));
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int runTleCheck(Arguments const &args)
 {
-    std::int64_t nowMs = 0;
-    if (!_now(args, nowMs))
+    TleReportLimits limits;
+    if (!_now(args, limits.nowMs) || !_maxAge(args, limits.maxAgeDays))
         return Console::Failure;
     std::vector<std::string> messages;
     std::string text;
@@ -53,7 +67,7 @@ int runTleCheck(Arguments const &args)
         return Console::Failure;
 
     if (args.isSet("--report")) {
-        for (std::string const &row : tleReport(tles, nowMs))
+        for (std::string const &row : tleReportRows(tleReportEntries(text, limits)))
             Console::print(row);
         return status;
     }

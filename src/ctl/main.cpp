@@ -100,13 +100,22 @@ std::vector<Command> const &_commands()
             "its service, \"path = value  # default: value\"; an item or a line that\n"
             "one side lacks stands against \"(none)\".\n",
             { _helpOption, _schemaOption }, 1, 1, runDiff },
-        { "tle-check", "tle-check FILE [--report [--at DATE]]", "check a file of TLE sets",
+        { "tle-check", "tle-check FILE [--report [--at DATE] [--max-age DAYS]]",
+            "check a file of TLE sets",
             "Reads the element sets of FILE as the TLE editor does. Its messages go to\n"
             "standard error, the good sets in their normal form to standard output.\n"
-            "With --report a table of the good sets instead: catalog number, epoch,\n"
-            "its age in days, inclination and mean motion. --at DATE counts the ages\n"
-            "at DATE (UTC) instead of now.\n",
-            { _helpOption, { "--report", "", false }, { "--at", "", true } }, 1, 1, runTleCheck },
+            "With --report a table of the sets instead: catalog number (an Alpha-5\n"
+            "number with its value, \"A0000 (100000)\"), epoch, its age in days,\n"
+            "inclination and mean motion, and under a set \"!\" lines for what is odd:\n"
+            "a catalog number met before, an epoch older than --max-age DAYS (default\n"
+            "14) or in the future, and for a set the checker refused the likely cause\n"
+            "(a non-breaking space, tab or other byte, a line of the wrong length, the\n"
+            "check digit against the one expected, a \"0 NAME\" line, lines 1 and 2\n"
+            "swapped or of different satellites). --at DATE counts the ages at DATE\n"
+            "(UTC) instead of now.\n",
+            { _helpOption, { "--report", "", false }, { "--at", "", true },
+                { "--max-age", "", true } },
+            1, 1, runTleCheck },
         { "tle-import", "tle-import FILE... [-o OUT] [--into CONFIG PATH [--append]]",
             "convert OMM records to TLE sets",
             "Converts the OMM records of the FILEs (CCSDS Orbit Mean-Elements Messages\n"
