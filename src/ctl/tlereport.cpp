@@ -103,7 +103,10 @@ void _lineHints(std::string const &line, char const *role, std::vector<std::stri
         return;
     }
     int const fault = tle_checksum(line.c_str());
-    if (fault == -1)
+    if (fault == -1 && line.compare(0, 2, "0 ") == 0)
+        flags.push_back(std::string(role) + " is the \"0 NAME\" line of a three-line catalog, "
+            + "taken for a data line as it has 69 bytes");
+    else if (fault == -1)
         flags.push_back(std::string(role) + " does not begin with \"1 \" or \"2 \"");
     if (fault > 0) {
         std::string expected = line;
@@ -120,7 +123,10 @@ void _setHints(CheckerTLE::TLE const &tle, std::vector<std::string> &flags)
     if (tle.line0.compare(0, 2, "0 ") == 0)
         flags.push_back("the name line begins with \"0 \" as in a three-line catalog; the \"0 \" "
                         "stays in the name");
-    if (tle.line1.size() < 7 || tle.line2.size() < 7)
+    auto const isDataLine = [](std::string const &line) {
+        return line.size() >= 7 && (line[0] == '1' || line[0] == '2') && line[1] == ' ';
+    };
+    if (!isDataLine(tle.line1) || !isDataLine(tle.line2))
         return;
     if (tle.line1[0] == '2' && tle.line2[0] == '1')
         flags.push_back("lines 1 and 2 are swapped");
