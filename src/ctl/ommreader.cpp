@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
 #include <QXmlStreamReader>
 
 namespace {
@@ -70,7 +71,9 @@ bool _readXml(QByteArray const &content, std::vector<Fields> &records, std::stri
 std::string _jsonText(QJsonValue const &value)
 {
     if (value.isDouble())
-        return QByteArray::number(value.toDouble(), 'g', 17).toStdString();
+        // The shortest text that reads back as the same number.
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
+            .toStdString();
     if (value.isString())
         return value.toString().toUtf8().toStdString();
     // null, true, an array: text that no field reads.

@@ -10,17 +10,19 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <initializer_list>
+#include <string_view>
 
 namespace {
 
 // The longest name that the checker reads as a name line.
 constexpr std::size_t _longestName = 68;
 
-std::string _trimmed(std::string const &text)
+std::string_view _trimmed(std::string_view text)
 {
     std::size_t const first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos)
-        return std::string();
+    if (first == std::string_view::npos)
+        return std::string_view();
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
@@ -90,11 +92,12 @@ std::int64_t _timeOfDayNs(std::string const &text)
     return ns;
 }
 
-bool _fits(std::string const &text, std::size_t width, std::string &field)
+bool _fits(std::string_view text, std::size_t width, std::string &field)
 {
     if (text.size() > width)
         return false;
-    field = std::string(width - text.size(), ' ') + text;
+    field.assign(width - text.size(), ' ');
+    field += text;
     return true;
 }
 
@@ -105,7 +108,45 @@ std::string _printed(char const *format, double value)
     return buffer;
 }
 
+// The digits of a whole number, at least `count` of them with zeros in front,
+// written backwards from `end`; the new start.
+char *_digitsBefore(char *end, unsigned long long number, int count)
+{
+    do {
+        *--end = char('0' + number % 10);
+        number /= 10;
+    } while (--count > 0 || number > 0);
+    return end;
+}
+
+// A number of at least 0 with `decimals` decimals, rounded to the nearest,
+// right-aligned in `width` columns. Done with whole numbers, as printf takes
+// far longer and a catalog has thousands of records.
+bool _fixed(double value, int decimals, std::size_t width, std::string &field)
+{
+    static double const scales[] = { 1.0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8 };
+    double const scaled = value * scales[decimals];
+    if (!std::isfinite(value) || value < 0.0 || scaled >= 1e15)
+        return false;
+    unsigned long long number = static_cast<unsigned long long>(std::llround(scaled));
+    unsigned long long const scale = static_cast<unsigned long long>(scales[decimals]);
+    char buffer[40];
+    char *start = _digitsBefore(buffer + sizeof buffer, number % scale, decimals);
+    *--start = '.';
+    start = _digitsBefore(start, number / scale, 1);
+    return _fits(std::string(start, buffer + sizeof buffer), width, field);
+}
+
 // ------------------------------------------------------------ the record
+
+std::string _joined(std::initializer_list<std::string_view> pieces)
+{
+    std::string text;
+    text.reserve(69);
+    for (std::string_view const piece : pieces)
+        text += piece;
+    return text;
+}
 
 // Reads the keywords of one record, remembering the first fault.
 class _Reader
@@ -118,20 +159,20 @@ public:
 
     // The trimmed text of a keyword; `fallback` when the record lacks it, or
     // a fault when there is none.
-    std::string text(std::string const &key, char const *fallback = nullptr)
+    std::string_view text(char const *key, char const *fallback = nullptr)
     {
         auto const it = _fields.find(key);
         if (it != _fields.end())
             return _trimmed(it->second);
         if (fallback)
             return fallback;
-        _fail("has no " + key);
-        return std::string();
+        _fail(std::string("has no ") + key);
+        return std::string_view();
     }
 
-    double decimal(std::string const &key)
+    double decimal(char const *key)
     {
-        std::string const value = text(key);
+        std::string_view const value = text(key);
         if (!ok())
             return 0.0;
         // from_chars takes no "+" in front, and the locale has no say in it.
@@ -141,28 +182,28 @@ public:
         auto const result = std::from_chars(value.data() + start, end, number);
         if (value.size() == start || result.ec != std::errc() || result.ptr != end
             || !std::isfinite(number))
-            _fail(key + " \"" + value + "\" is not a number");
+            _fail(key + (" \"" + std::string(value)) + "\" is not a number");
         return number;
     }
 
-    long whole(std::string const &key, char const *fallback = nullptr)
+    long whole(char const *key, char const *fallback = nullptr)
     {
-        std::string const value = text(key, fallback);
+        std::string_view const value = text(key, fallback);
         if (!ok())
             return 0;
         long number = 0;
         char const *end = value.data() + value.size();
         auto const result = std::from_chars(value.data(), end, number);
         if (value.empty() || result.ec != std::errc() || result.ptr != end)
-            _fail(key + " \"" + value + "\" is not a whole number");
+            _fail(key + (" \"" + std::string(value)) + "\" is not a whole number");
         return number;
     }
 
     // Writes a field, or fails naming the keyword and its value.
-    void field(bool written, std::string const &key)
+    void field(bool written, char const *key)
     {
         if (ok() && !written)
-            _fail(key + " " + text(key) + " does not fit its columns");
+            _fail(key + (" " + std::string(text(key))) + " does not fit its columns");
     }
 
     void fail(std::string const &reason) { _fail(reason); }
@@ -216,11 +257,12 @@ bool _line1(_Reader &reader, std::string &line)
 {
     std::string catalog, designator, epoch, rate, accel, drag, number;
     _catalogField(reader, catalog);
-    std::string const classification = reader.text("CLASSIFICATION_TYPE", "U");
+    std::string const classification(reader.text("CLASSIFICATION_TYPE", "U"));
     if (reader.ok() && !_oneByte(classification))
         reader.fail("CLASSIFICATION_TYPE \"" + classification + "\" is not one letter");
-    reader.field(TLEComposer::designatorField(reader.text("OBJECT_ID"), designator), "OBJECT_ID");
-    reader.field(TLEComposer::epochField(reader.text("EPOCH"), epoch), "EPOCH");
+    reader.field(TLEComposer::designatorField(std::string(reader.text("OBJECT_ID")), designator),
+        "OBJECT_ID");
+    reader.field(TLEComposer::epochField(std::string(reader.text("EPOCH")), epoch), "EPOCH");
     reader.field(
         TLEComposer::rateField(reader.decimal("MEAN_MOTION_DOT"), rate), "MEAN_MOTION_DOT");
     reader.field(
@@ -233,8 +275,9 @@ bool _line1(_Reader &reader, std::string &line)
         TLEComposer::integerField(reader.whole("ELEMENT_SET_NO"), 4, number), "ELEMENT_SET_NO");
     if (!reader.ok())
         return false;
-    line = "1 " + catalog + classification + " " + designator + " " + epoch + " " + rate + " "
-        + accel + " " + drag + " " + char('0' + type) + " " + number + "0";
+    char const ephemeris[] = { char('0' + type), '\0' };
+    line = _joined({ "1 ", catalog, classification, " ", designator, " ", epoch, " ", rate, " ",
+        accel, " ", drag, " ", ephemeris, " ", number, "0" });
     TLEComposer::setCheckDigit(line);
     return true;
 }
@@ -256,8 +299,8 @@ bool _line2(_Reader &reader, std::string const &catalog, std::string &line)
         TLEComposer::integerField(reader.whole("REV_AT_EPOCH"), 5, revolution), "REV_AT_EPOCH");
     if (!reader.ok())
         return false;
-    line = "2 " + catalog + " " + inclination + " " + node + " " + eccentricity + " " + perigee
-        + " " + anomaly + " " + motion + revolution + "0";
+    line = _joined({ "2 ", catalog, " ", inclination, " ", node, " ", eccentricity, " ", perigee,
+        " ", anomaly, " ", motion, revolution, "0" });
     TLEComposer::setCheckDigit(line);
     return true;
 }
@@ -280,7 +323,7 @@ bool TLEComposer::compose(Fields const &fields, CheckerTLE::TLE &tle, std::strin
 
 bool TLEComposer::designatorField(std::string const &objectId, std::string &field)
 {
-    std::string const id = _trimmed(objectId);
+    std::string const id(_trimmed(objectId));
     if (id.empty()) {
         field = std::string(8, ' ');
         return true;
@@ -299,7 +342,7 @@ bool TLEComposer::designatorField(std::string const &objectId, std::string &fiel
 
 bool TLEComposer::epochField(std::string const &epoch, std::string &field)
 {
-    std::string text = _trimmed(epoch);
+    std::string text(_trimmed(epoch));
     if (!text.empty() && text.back() == 'Z')
         text.pop_back();
     std::size_t const t = text.find('T');
@@ -338,12 +381,12 @@ bool TLEComposer::epochField(std::string const &epoch, std::string &field)
 
 bool TLEComposer::rateField(double value, std::string &field)
 {
-    long long const digits = std::llround(std::fabs(value) * 1e8);
-    if (!std::isfinite(value) || digits >= 100000000)
+    std::string digits;
+    if (!_fixed(std::fabs(value), 8, 11, digits) || digits[0] != ' ' || digits[1] != '0')
         return false;
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%c.%08lld", std::signbit(value) ? '-' : ' ', digits);
-    field = buffer;
+    // The zero in front gives way to the sign.
+    field = digits.substr(1);
+    field[0] = std::signbit(value) ? '-' : ' ';
     return true;
 }
 
@@ -368,29 +411,21 @@ bool TLEComposer::exponentField(double value, std::string &field)
 bool TLEComposer::angleField(double degrees, std::string &field)
 {
     // The parser's angle scan knows no sign.
-    if (!std::isfinite(degrees) || degrees < 0.0)
-        return false;
-    return _fits(_printed("%.4f", degrees), 8, field);
+    return _fixed(degrees, 4, 8, field);
 }
 
 bool TLEComposer::eccentricityField(double value, std::string &field)
 {
-    if (!std::isfinite(value) || value < 0.0)
+    std::string digits;
+    if (!_fixed(value, 7, 9, digits) || digits[0] != '0')
         return false;
-    long long const digits = std::llround(value * 1e7);
-    if (digits > 9999999)
-        return false;
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%07lld", digits);
-    field = buffer;
+    field = digits.substr(2);
     return true;
 }
 
 bool TLEComposer::meanMotionField(double value, std::string &field)
 {
-    if (!std::isfinite(value) || value < 0.0)
-        return false;
-    return _fits(_printed("%.8f", value), 11, field);
+    return _fixed(value, 8, 11, field);
 }
 
 bool TLEComposer::integerField(long value, int width, std::string &field)

@@ -16,7 +16,8 @@ class TLEComposer
 {
 public:
     // Keyword -> value text, such as "MEAN_MOTION" -> "15.50103472".
-    using Fields = std::map<std::string, std::string>;
+    // Looked up by literal names without a string made for each.
+    using Fields = std::map<std::string, std::string, std::less<>>;
 
     // The set of one record: OBJECT_NAME as line 0, both data lines with their
     // check digits. False, `tle` untouched and the reason in `reason`, when a
