@@ -21,12 +21,10 @@ namespace {
 // "ISS (ZARYA) (1998-067A)"; the record's place when it has no name.
 std::string _objectName(TLEComposer::Fields const &fields, std::size_t index)
 {
-    auto const name = fields.find("OBJECT_NAME");
-    auto const id = fields.find("OBJECT_ID");
-    std::string text = name != fields.end() && !name->second.empty()
-        ? name->second
-        : "record " + std::to_string(index + 1);
-    return text + " (" + (id != fields.end() ? id->second : std::string("no OBJECT_ID")) + ")";
+    std::string const *name = fields.find("OBJECT_NAME");
+    std::string const *id = fields.find("OBJECT_ID");
+    std::string const text = name && !name->empty() ? *name : "record " + std::to_string(index + 1);
+    return text + " (" + (id ? *id : std::string("no OBJECT_ID")) + ")";
 }
 
 // The sets of one file, appended to `tles`. 0 all converted, 1 some refused,

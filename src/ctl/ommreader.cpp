@@ -72,8 +72,7 @@ std::string _jsonText(QJsonValue const &value)
 {
     if (value.isDouble())
         // The shortest text that reads back as the same number.
-        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
-            .toStdString();
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest).toStdString();
     if (value.isString())
         return value.toString().toUtf8().toStdString();
     // null, true, an array: text that no field reads.
@@ -83,9 +82,10 @@ std::string _jsonText(QJsonValue const &value)
 Fields _jsonRecord(QJsonObject const &object)
 {
     Fields record;
+    record.reserve(static_cast<std::size_t>(object.size()));
     for (auto it = object.begin(); it != object.end(); ++it)
         if (!it.value().isNull())
-            record[it.key().toStdString()] = _jsonText(it.value());
+            record.append(it.key().toStdString(), _jsonText(it.value()));
     return record;
 }
 
@@ -149,7 +149,7 @@ bool _readCsv(QByteArray const &content, std::vector<Fields> &records, std::stri
     for (int row = 1; row < lines.size(); ++row) {
         if (lines.at(row).trimmed().isEmpty())
             continue;
-        std::vector<std::string> const cells = _cells(lines.at(row));
+        std::vector<std::string> cells = _cells(lines.at(row));
         if (cells.size() != header.size()) {
             error = "malformed CSV: line " + std::to_string(row + 1) + " has "
                 + std::to_string(cells.size()) + " cells, the header "
@@ -157,8 +157,9 @@ bool _readCsv(QByteArray const &content, std::vector<Fields> &records, std::stri
             return false;
         }
         Fields record;
+        record.reserve(cells.size());
         for (std::size_t i = 0; i < cells.size(); ++i)
-            record[header[i]] = cells[i];
+            record.append(header[i], std::move(cells[i]));
         records.push_back(std::move(record));
     }
     return true;
@@ -185,7 +186,7 @@ bool _readKvn(QByteArray const &content, std::vector<Fields> &records, std::stri
         if (key != "OBJECT_NAME" && key != "OBJECT_ID" && value.endsWith(']')
             && value.contains('['))
             value = value.left(value.lastIndexOf('[')).trimmed();
-        if (records.empty() || key == "CCSDS_OMM_VERS" || records.back().count(key))
+        if (records.empty() || key == "CCSDS_OMM_VERS" || records.back().contains(key))
             records.emplace_back();
         records.back()[key] = value.toStdString();
     }

@@ -161,9 +161,8 @@ public:
     // a fault when there is none.
     std::string_view text(char const *key, char const *fallback = nullptr)
     {
-        auto const it = _fields.find(key);
-        if (it != _fields.end())
-            return _trimmed(it->second);
+        if (std::string const *value = _fields.find(key))
+            return _trimmed(*value);
         if (fallback)
             return fallback;
         _fail(std::string("has no ") + key);

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "tle/checkertle.h"
+#include "tle/ommfields.h"
 
-#include <map>
 #include <string>
 
 // Writes the two data lines of a TLE, and its name line, from the keywords of
@@ -16,8 +16,7 @@ class TLEComposer
 {
 public:
     // Keyword -> value text, such as "MEAN_MOTION" -> "15.50103472".
-    // Looked up by literal names without a string made for each.
-    using Fields = std::map<std::string, std::string, std::less<>>;
+    using Fields = OmmFields;
 
     // The set of one record: OBJECT_NAME as line 0, both data lines with their
     // check digits. False, `tle` untouched and the reason in `reason`, when a

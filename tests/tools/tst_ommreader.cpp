@@ -13,9 +13,8 @@ QString _value(
 {
     if (index >= records.size())
         return QStringLiteral("(no record)");
-    auto const it = records[index].find(key);
-    return it == records[index].end() ? QStringLiteral("(none)")
-                                      : QString::fromStdString(it->second);
+    std::string const *value = records[index].find(key);
+    return value ? QString::fromStdString(*value) : QStringLiteral("(none)");
 }
 
 } // namespace
