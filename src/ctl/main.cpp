@@ -116,7 +116,8 @@ std::vector<Command> const &_commands()
             { _helpOption, { "--report", "", false }, { "--at", "", true },
                 { "--max-age", "", true } },
             1, 1, runTleCheck },
-        { "tle-import", "tle-import FILE... [-o OUT] [--into CONFIG PATH [--append]]",
+        { "tle-import",
+            "tle-import FILE... [-o OUT] [--into CONFIG PATH [--append] [--schema SCHEMA]]",
             "convert OMM records to TLE sets",
             "Converts the OMM records of the FILEs (CCSDS Orbit Mean-Elements Messages\n"
             "as XML, CSV with a header row, JSON or KVN, told by content) into TLE sets,\n"

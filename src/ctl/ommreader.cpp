@@ -6,8 +6,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLocale>
 #include <QXmlStreamReader>
+
+#include <charconv>
 
 namespace {
 
@@ -70,9 +71,12 @@ bool _readXml(QByteArray const &content, std::vector<Fields> &records, std::stri
 
 std::string _jsonText(QJsonValue const &value)
 {
-    if (value.isDouble())
-        // The shortest text that reads back as the same number.
-        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest).toStdString();
+    if (value.isDouble()) {
+        // The shortest text that reads back as the same number, whatever the locale.
+        char buffer[32];
+        auto const written = std::to_chars(buffer, buffer + sizeof buffer, value.toDouble());
+        return std::string(buffer, written.ptr);
+    }
     if (value.isString())
         return value.toString().toUtf8().toStdString();
     // null, true, an array: text that no field reads.
@@ -238,10 +242,4 @@ bool OmmReader::read(
     }
     error = content.trimmed().isEmpty() ? "empty" : "not an OMM file in XML, CSV, JSON or KVN";
     return false;
-}
-
-char const *OmmReader::formatName(Format format)
-{
-    static char const *const names[] = { "unknown", "XML", "CSV", "JSON", "KVN" };
-    return names[format];
 }

@@ -25,6 +25,4 @@ public:
     // with the reason in `error`, when the content is of no form or malformed.
     static bool read(
         QByteArray const &content, std::vector<TLEComposer::Fields> &records, std::string &error);
-    // "XML", "CSV", ... for messages.
-    static char const *formatName(Format format);
 };
