@@ -9,6 +9,7 @@
 #include <QXmlStreamReader>
 
 #include <charconv>
+#include <cmath>
 
 namespace {
 
@@ -72,9 +73,14 @@ bool _readXml(QByteArray const &content, std::vector<Fields> &records, std::stri
 std::string _jsonText(QJsonValue const &value)
 {
     if (value.isDouble()) {
-        // The shortest text that reads back as the same number, whatever the locale.
+        // The shortest text that reads back as the same number, whatever the
+        // locale; whole numbers as such, or 100000 would come out as "1e+05".
+        double const number = value.toDouble();
+        bool const whole = std::abs(number) < 1e15 && number == std::trunc(number);
         char buffer[32];
-        auto const written = std::to_chars(buffer, buffer + sizeof buffer, value.toDouble());
+        auto const written = whole
+            ? std::to_chars(buffer, buffer + sizeof buffer, static_cast<long long>(number))
+            : std::to_chars(buffer, buffer + sizeof buffer, number);
         return std::string(buffer, written.ptr);
     }
     if (value.isString())

@@ -85,6 +85,12 @@ void TestOmmReader::recordsKeepTheirValues_data()
                       "{\"OBJECT_NAME\": \"B\", \"MEAN_MOTION\": \"16\"}]")
         << 2 << "A"
         << "15.5";
+    QTest::newRow("JSON whole number")
+        << QByteArray("{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": 100000}") << 1 << "A"
+        << "100000";
+    QTest::newRow("JSON shortest text")
+        << QByteArray("{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": 0.00019085}") << 1 << "A"
+        << "0.00019085";
     QTest::newRow("JSON null is no value")
         << QByteArray("{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": null}") << 1 << "A"
         << "(none)";
