@@ -16,7 +16,8 @@ std::int64_t julianToUnixMs(double julianDate);
 // one that it refused, with the numbers of the set and what the report noticed.
 struct TleReportEntry
 {
-    // Zero-based line of the text where the set begins, as the checker counts.
+    // Zero-based line of the text where the set begins, as the checker counts;
+    // the set's index for entries made from sets alone.
     std::size_t textLine = 0;
     bool accepted = false;
     CheckerTLE::TLE tle;
