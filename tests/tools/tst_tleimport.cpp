@@ -4,6 +4,8 @@
 // orvexctl tle-import as a user runs it. Real element sets are turned into OMM
 // records by an independent program (Debian's python3-sgp4, through
 // omm_oracle.py) and must come back from the import as they were.
+#include "ctlprocess.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
@@ -14,12 +16,7 @@
 
 namespace {
 
-struct Run
-{
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-};
+using Run = CtlRun;
 
 QString const _fixtureDir = QStringLiteral(ORVEX_TEST_DATA_DIR "/tools/fixture");
 QString const _tleDir = QStringLiteral(ORVEX_TEST_DATA_DIR "/tle");
@@ -106,16 +103,7 @@ private slots:
 
 Run TestTleImport::_run(QStringList const &args) const
 {
-    QProcess process;
-    process.setWorkingDirectory(_dir->path());
-    process.start(QStringLiteral(ORVEXCTL_PATH), args);
-    Run run;
-    if (!process.waitForFinished(60000))
-        return run;
-    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = process.readAllStandardOutput();
-    run.err = process.readAllStandardError();
-    return run;
+    return runOrvexctl(_dir->path(), args);
 }
 
 void TestTleImport::initTestCase()
