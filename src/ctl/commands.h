@@ -19,3 +19,4 @@ int runDiff(Arguments const &args);
 int runTleCheck(Arguments const &args);
 int runDescribe(Arguments const &args);
 int runSearch(Arguments const &args);
+int runTleImport(Arguments const &args);

@@ -21,7 +21,7 @@ bool _now(Arguments const &args, std::int64_t &nowMs)
         nowMs = QDateTime::currentMSecsSinceEpoch();
         return true;
     }
-    QString const text = QString::fromUtf8(args.value("--at").c_str());
+    QString const text = _toQString(args.value("--at"));
     QDateTime at = QDateTime::fromString(text, Qt::ISODate);
     if (!at.isValid()) {
         Console::message("--at takes a date such as 2024-06-01 or 2024-06-01T12:00:00, not "
@@ -35,12 +35,26 @@ bool _now(Arguments const &args, std::int64_t &nowMs)
     return true;
 }
 
+// The age above which --report flags an epoch: --max-age DAYS, else 14.
+bool _maxAge(Arguments const &args, double &days)
+{
+    if (!args.isSet("--max-age"))
+        return true;
+    bool ok = false;
+    days = QByteArray::fromStdString(args.value("--max-age")).toDouble(&ok);
+    if (!ok || days < 0.0) {
+        Console::message("--max-age takes a number of days, not " + args.value("--max-age"));
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int runTleCheck(Arguments const &args)
 {
-    std::int64_t nowMs = 0;
-    if (!_now(args, nowMs))
+    TleReportLimits limits;
+    if (!_now(args, limits.nowMs) || !_maxAge(args, limits.maxAgeDays))
         return Console::Failure;
     std::vector<std::string> messages;
     std::string text;
@@ -54,13 +68,14 @@ int runTleCheck(Arguments const &args)
     if (status == Console::Failure)
         return Console::Failure;
 
-    if (Console::json())
-        Console::result(
-            { { QStringLiteral("file"), _toQString(args.positional()[0]) },
-                { QStringLiteral("sets"), tleReportJson(tles, nowMs) } });
-    if (args.isSet("--report")) {
-        for (std::string const &row : tleReport(tles, nowMs))
-            Console::print(row);
+    if (Console::json() || args.isSet("--report")) {
+        std::vector<TleReportEntry> const entries = tleReportEntries(text, limits);
+        if (Console::json())
+            Console::result({ { QStringLiteral("file"), _toQString(args.positional()[0]) },
+                { QStringLiteral("sets"), tleReportJson(entries) } });
+        else
+            for (std::string const &row : tleReportRows(entries))
+                Console::print(row);
         return status;
     }
     std::vector<std::string> unused;

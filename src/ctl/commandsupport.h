@@ -5,7 +5,9 @@
 
 #include "ctl/configtree.h"
 
+#include <functional>
 #include <string>
+#include <vector>
 
 class Arguments;
 
@@ -34,3 +36,21 @@ int writeTree(ConfigTree const &tree, std::string const &path);
 
 // The items joined by ", ", for messages.
 std::string joined(std::vector<std::string> const &items);
+
+class Parameter;
+struct ValuePath;
+
+// What a caller of setValueAndWrite may do first with the node found at the
+// path: refuse it (false, the reason in `refusal`) or change the values.
+using SetPrelude = std::function<bool(Parameter const *node, ValuePath const &path,
+    std::vector<std::string> &values, std::string &refusal)>;
+
+// The work of `set`: opens CONFIG, sets the value at `pathText` with the tests
+// of the schema and writes CONFIG back; on a refusal CONFIG is left untouched.
+// 0, 1 or 2. (In commandsvalues.cpp.)
+int setValueAndWrite(SchemaLocation const &location, std::string const &config,
+    std::string const &pathText, std::vector<std::string> values, SetPrelude const &prelude = {});
+
+// The sets of a TLE list as the TLE editor shows them, one empty line between
+// sets. (In commandsvalues.cpp.)
+std::string tleListText(Parameter const *list);

@@ -418,26 +418,26 @@ std::vector<std::string> _valuesOfText(
     return items;
 }
 
-// The values of set: its arguments, or the text of --from-file.
-bool _valuesToSet(Arguments const &args, Parameter const *node, ValuePath const &path,
-    std::vector<std::string> &values)
+// The values of set from --from-file, when it is given, in place of its arguments.
+SetPrelude _valuesFromFile(Arguments const &args)
 {
-    values.assign(args.positional().begin() + 2, args.positional().end());
     if (!args.isSet("--from-file"))
-        return true;
+        return {};
     std::string const source = args.value("--from-file");
-    if (!values.empty()) {
-        Console::message("give the value either as arguments or with --from-file, not both");
-        return false;
-    }
-    std::string text;
-    if (!_readValueText(source, text)) {
-        Console::message(
-            (source == "-" ? std::string("standard input") : source) + " cannot be read");
-        return false;
-    }
-    values = _valuesOfText(node, path, text);
-    return true;
+    return [source](Parameter const *node, ValuePath const &path,
+               std::vector<std::string> &values, std::string &refusal) {
+        if (!values.empty()) {
+            refusal = "give the value either as arguments or with --from-file, not both";
+            return false;
+        }
+        std::string text;
+        if (!_readValueText(source, text)) {
+            refusal = (source == "-" ? std::string("standard input") : source) + " cannot be read";
+            return false;
+        }
+        values = _valuesOfText(node, path, text);
+        return true;
+    };
 }
 
 } // namespace
@@ -496,17 +496,21 @@ int runGet(Arguments const &args)
     return status;
 }
 
-int runSet(Arguments const &args)
+std::string tleListText(Parameter const *list)
 {
-    std::string const &config = args.positional()[0];
-    std::string const &pathText = args.positional()[1];
+    return _tleText(dynamic_cast<ParameterListTLEs const *>(list)->getTLEs());
+}
+
+int setValueAndWrite(SchemaLocation const &location, std::string const &config,
+    std::string const &pathText, std::vector<std::string> values, SetPrelude const &prelude)
+{
     ValuePath path;
     if (!parseValuePath(pathText, path)) {
         Console::message(pathText + " is not a parameter path");
         return Console::Failure;
     }
     ConfigTree tree;
-    int const status = openConfig(tree, locationOf(args), config);
+    int const status = openConfig(tree, location, config);
     if (status == Console::Failure)
         return Console::Failure;
     Parameter *node = tree.find(path.parameter);
@@ -514,15 +518,20 @@ int runSet(Arguments const &args)
         Console::message("the schema has no parameter " + path.parameter);
         return Console::Failure;
     }
-    std::vector<std::string> values;
-    if (!_valuesToSet(args, node, path, values))
-        return Console::Failure;
     std::string refusal;
-    if (!_apply(node, path, values, refusal)) {
+    if ((prelude && !prelude(node, path, values, refusal))
+        || !_apply(node, path, values, refusal)) {
         Console::message(pathText + ": " + refusal + "; " + config + " is left as it was");
         return Console::Failure;
     }
     return Console::worse(status, writeTree(tree, config));
+}
+
+int runSet(Arguments const &args)
+{
+    std::vector<std::string> const &positional = args.positional();
+    return setValueAndWrite(locationOf(args), positional[0], positional[1],
+        std::vector<std::string>(positional.begin() + 2, positional.end()), _valuesFromFile(args));
 }
 
 int runDiff(Arguments const &args)

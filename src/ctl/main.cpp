@@ -140,15 +140,42 @@ std::vector<Command> const &_commands()
             "one side lacks stands against \"(none)\".\n"
             "Remarks: parameters that CONFIG or the default lacks.\n",
             { _helpOption, _schemaOption, _jsonOption }, 1, 1, runDiff },
-        { "tle-check", "tle-check FILE [--report [--at DATE]]", "check a file of TLE sets",
+        { "tle-check", "tle-check FILE [--report [--at DATE] [--max-age DAYS]]",
+            "check a file of TLE sets",
             "Reads the element sets of FILE as the TLE editor does. Its messages go to\n"
             "standard error, the good sets in their normal form to standard output.\n"
-            "With --report a table of the good sets instead: catalog number, epoch,\n"
-            "its age in days, inclination and mean motion. --at DATE counts the ages\n"
-            "at DATE (UTC) instead of now. --json gives the report as JSON.\n"
+            "With --report a table of the sets instead: catalog number (an Alpha-5\n"
+            "number with its value, \"A0000 (100000)\"), epoch, its age in days,\n"
+            "inclination and mean motion, and under a set \"!\" lines for what is odd:\n"
+            "a catalog number met before, an epoch older than --max-age DAYS (default\n"
+            "14) or in the future, and for a set the checker refused the likely cause\n"
+            "(a non-breaking space, tab or other byte, a line of the wrong length, the\n"
+            "check digit against the one expected, a \"0 NAME\" line, lines 1 and 2\n"
+            "swapped or of different satellites). --at DATE counts the ages at DATE\n"
+            "(UTC) instead of now. --json gives the report as JSON.\n"
             "Remarks: sets that the checker refuses.\n",
-            { _helpOption, { "--report", "", false }, { "--at", "", true }, _jsonOption }, 1, 1,
-            runTleCheck },
+            { _helpOption, { "--report", "", false }, { "--at", "", true },
+                { "--max-age", "", true }, _jsonOption },
+            1, 1, runTleCheck },
+        { "tle-import",
+            "tle-import FILE... [-o OUT] [--into CONFIG PATH [--append] [--schema SCHEMA]]",
+            "convert OMM records to TLE sets",
+            "Converts the OMM records of the FILEs (CCSDS Orbit Mean-Elements Messages\n"
+            "as XML, CSV with a header row, JSON or KVN, told by content) into TLE sets,\n"
+            "name line and two data lines each, in input order, on standard output or\n"
+            "into OUT. Catalog numbers from 100000 to 339999 take the Alpha-5 form, a\n"
+            "letter for the first two digits (A = 10 ... Z = 33 without I and O), so\n"
+            "100000 is \"A0000\". A record with a number above 339999, a missing or\n"
+            "unreadable keyword, or a value that doesn't fit its columns is refused by\n"
+            "name on standard error; the others are still converted.\n"
+            "--into CONFIG PATH puts the sets into the TLE list at PATH instead of\n"
+            "printing them, replacing its sets or, with --append, behind them, and\n"
+            "writes CONFIG as \"set\" does; CONFIG stays untouched when PATH is not a\n"
+            "TLE list. PATH comes last. Exit status 1 when a record was refused, 2 when\n"
+            "no file could be read.\n",
+            { _helpOption, _schemaOption, { "--output", "-o", true }, { "--into", "", true },
+                { "--append", "", false } },
+            1, many, runTleImport },
         { "completion", "completion bash", "print the bash completion script",
             "Prints a bash completion script, to be sourced or installed as\n"
             "/usr/share/bash-completion/completions/orvexctl. It asks orvexctl itself\n"
@@ -189,7 +216,7 @@ std::string _help(Command const &command)
     bool const takesSchema = command.options.size() > 1 && command.options[1].name == "--schema";
     if (takesSchema)
         text += "\n" + std::string(_schemaText);
-    if (command.run == runSet)
+    if (command.run == runSet || command.run == runTleImport)
         text += "\n" + std::string(_rewriteText);
     bool const takesJson = std::any_of(command.options.begin(), command.options.end(),
         [](OptionInfo const &option) { return option.name == _jsonOption.name; });

@@ -372,11 +372,26 @@ void TestOrvexctlJson::tleReportAgreesWithTable()
                  QStringLiteral("--at"), QStringLiteral("2018-02-01") },
         plain, document);
     QJsonArray const sets = document.value(QLatin1String("sets")).toArray();
-    QStringList const rows = lines(plain.out).mid(1);
+    // A set's row, then its flags, each on a line of its own behind a "!".
+    QStringList rows;
+    QList<QStringList> flags;
+    for (QString const &line : lines(plain.out).mid(1)) {
+        if (line.trimmed().startsWith(QLatin1Char('!'))) {
+            flags.last() << line.trimmed().mid(2);
+        } else {
+            rows << line;
+            flags << QStringList();
+        }
+    }
     QCOMPARE(sets.size(), rows.size());
     QVERIFY(!rows.isEmpty());
     for (int i = 0; i < rows.size(); ++i) {
         QJsonObject const set = sets[i].toObject();
+        QStringList jsonFlags;
+        for (QJsonValue const flag : set.value(QLatin1String("flags")).toArray())
+            jsonFlags << flag.toString();
+        QCOMPARE(jsonFlags, flags[i]);
+        QCOMPARE(set.value(QLatin1String("accepted")).toBool(), true);
         QStringList const cells = rows[i].split(QLatin1Char(' '), Qt::SkipEmptyParts);
         QCOMPARE(QString::number(set.value(QLatin1String("catalog")).toInt()), cells[0]);
         QDateTime const epoch = QDateTime::fromString(

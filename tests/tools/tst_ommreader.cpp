@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 Orvex Config Manager maintainers
+// SPDX-License-Identifier: MIT
+
+// The four forms of OMM records that tle-import reads, told apart by content.
+#include "ctl/ommreader.h"
+
+#include <QtTest>
+
+namespace {
+
+QString _value(
+    std::vector<TLEComposer::Fields> const &records, std::size_t index, std::string const &key)
+{
+    if (index >= records.size())
+        return QStringLiteral("(no record)");
+    std::string const *value = records[index].find(key);
+    return value ? QString::fromStdString(*value) : QStringLiteral("(none)");
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(OmmReader::Format)
+
+class TestOmmReader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void formIsToldByContent_data();
+    void formIsToldByContent();
+    void recordsKeepTheirValues_data();
+    void recordsKeepTheirValues();
+};
+
+void TestOmmReader::formIsToldByContent_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<OmmReader::Format>("format");
+    QTest::newRow("XML") << QByteArray("<?xml version=\"1.0\"?><ndm/>") << OmmReader::Xml;
+    QTest::newRow("XML behind a byte order mark")
+        << QByteArray("\xEF\xBB\xBF\n <ndm/>") << OmmReader::Xml;
+    QTest::newRow("JSON array") << QByteArray("  [ ]") << OmmReader::Json;
+    QTest::newRow("JSON object") << QByteArray("{}") << OmmReader::Json;
+    QTest::newRow("CSV") << QByteArray("OBJECT_NAME,NORAD_CAT_ID\r\nISS,25544\r\n")
+                         << OmmReader::Csv;
+    QTest::newRow("KVN") << QByteArray("CCSDS_OMM_VERS = 2.0\n") << OmmReader::Kvn;
+    QTest::newRow("KVN comment first")
+        << QByteArray("COMMENT made here\nA = 1\n") << OmmReader::Kvn;
+    QTest::newRow("empty") << QByteArray() << OmmReader::Unknown;
+    QTest::newRow("a TLE") << QByteArray("ISS (ZARYA)\n1 25544U 98067A ...\n")
+                           << OmmReader::Unknown;
+    QTest::newRow("CSV without keywords") << QByteArray("a,b\n1,2\n") << OmmReader::Unknown;
+}
+
+void TestOmmReader::formIsToldByContent()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(OmmReader::Format, format);
+    QCOMPARE(OmmReader::detect(content), format);
+}
+
+void TestOmmReader::recordsKeepTheirValues_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("motion");
+    QTest::newRow("XML, one omm, entities")
+        << QByteArray("<omm><body><segment><metadata><OBJECT_NAME>A &amp; B</OBJECT_NAME>"
+                      "</metadata><data><meanElements><MEAN_MOTION> 15.5 </MEAN_MOTION>"
+                      "</meanElements></data></segment></body></omm>")
+        << 1 << "A & B"
+        << "15.5";
+    QTest::newRow("XML with a namespace prefix") << QByteArray(
+        "<n:ndm xmlns:n=\"urn:x\"><n:omm><n:OBJECT_NAME>X</n:OBJECT_NAME>"
+        "</n:omm><n:omm><n:OBJECT_NAME>Y</n:OBJECT_NAME><n:MEAN_MOTION>2"
+        "</n:MEAN_MOTION></n:omm></n:ndm>") << 2 << "X"
+                                                 << "(none)";
+    QTest::newRow("CSV, quoted name, CR LF, columns in any order") << QByteArray(
+        "MEAN_MOTION,OBJECT_NAME,NORAD_CAT_ID\r\n15.5,\"A, \"\"B\"\"\",1\r\n\r\n"
+        "16,C,2\r\n") << 2 << "A, \"B\""
+                                                                   << "15.5";
+    QTest::newRow("JSON numbers and strings")
+        << QByteArray("[{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": 15.5}, "
+                      "{\"OBJECT_NAME\": \"B\", \"MEAN_MOTION\": \"16\"}]")
+        << 2 << "A"
+        << "15.5";
+    QTest::newRow("JSON whole number")
+        << QByteArray("{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": 100000}") << 1 << "A"
+        << "100000";
+    QTest::newRow("JSON shortest text")
+        << QByteArray("{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": 0.00019085}") << 1 << "A"
+        << "0.00019085";
+    QTest::newRow("JSON null is no value")
+        << QByteArray("{\"OBJECT_NAME\": \"A\", \"MEAN_MOTION\": null}") << 1 << "A"
+        << "(none)";
+    QTest::newRow("KVN, units, comments, two messages")
+        << QByteArray("CCSDS_OMM_VERS = 2.0\nCOMMENT one\nOBJECT_NAME = IRIDIUM 73 [-]\n"
+                      "MEAN_MOTION = 14.3 [rev/day]\n\nCCSDS_OMM_VERS = 2.0\nOBJECT_NAME = B\n")
+        << 2 << "IRIDIUM 73 [-]"
+        << "14.3";
+    QTest::newRow("KVN, a keyword again starts a record")
+        << QByteArray("OBJECT_NAME = A\r\nMEAN_MOTION = 1\r\nOBJECT_NAME = B\r\n") << 2 << "A"
+        << "1";
+}
+
+void TestOmmReader::recordsKeepTheirValues()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, count);
+    QFETCH(QString, name);
+    QFETCH(QString, motion);
+    std::vector<TLEComposer::Fields> records;
+    std::string error;
+    QVERIFY2(OmmReader::read(content, records, error), error.c_str());
+    QCOMPARE(int(records.size()), count);
+    QCOMPARE(_value(records, 0, "OBJECT_NAME"), name);
+    QCOMPARE(_value(records, 0, "MEAN_MOTION"), motion);
+}
+
+QTEST_APPLESS_MAIN(TestOmmReader)
+#include "tst_ommreader.moc"
