@@ -9,7 +9,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <initializer_list>
 #include <string_view>
 
@@ -26,7 +25,7 @@ std::string_view _trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-bool _isDigits(std::string const &text, std::size_t from, std::size_t count)
+bool _isDigits(std::string_view text, std::size_t from, std::size_t count)
 {
     if (from + count > text.size())
         return false;
@@ -36,7 +35,7 @@ bool _isDigits(std::string const &text, std::size_t from, std::size_t count)
     return true;
 }
 
-int _number(std::string const &text, std::size_t from, std::size_t count)
+int _number(std::string_view text, std::size_t from, std::size_t count)
 {
     int value = 0;
     for (std::size_t i = from; i < from + count; ++i)
@@ -71,7 +70,7 @@ int _dayOfYear(int year, int month, int day)
 
 // Nanoseconds since midnight of "HH:MM:SS[.fraction]"; -1 when unreadable.
 // Digits past the ninth decimal are dropped: they are far below a TLE's 0.864 ms.
-std::int64_t _timeOfDayNs(std::string const &text)
+std::int64_t _timeOfDayNs(std::string_view text)
 {
     if (text.size() < 8 || !_isDigits(text, 0, 2) || text[2] != ':' || !_isDigits(text, 3, 2)
         || text[5] != ':' || !_isDigits(text, 6, 2))
@@ -101,13 +100,6 @@ bool _fits(std::string_view text, std::size_t width, std::string &field)
     return true;
 }
 
-std::string _printed(char const *format, double value)
-{
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, format, value);
-    return buffer;
-}
-
 // The digits of a whole number, at least `count` of them with zeros in front,
 // written backwards from `end`; the new start.
 char *_digitsBefore(char *end, unsigned long long number, int count)
@@ -134,7 +126,8 @@ bool _fixed(double value, int decimals, std::size_t width, std::string &field)
     char *start = _digitsBefore(buffer + sizeof buffer, number % scale, decimals);
     *--start = '.';
     start = _digitsBefore(start, number / scale, 1);
-    return _fits(std::string(start, buffer + sizeof buffer), width, field);
+    return _fits(
+        std::string_view(start, std::size_t(buffer + sizeof buffer - start)), width, field);
 }
 
 // ------------------------------------------------------------ the record
@@ -148,28 +141,42 @@ std::string _joined(std::initializer_list<std::string_view> pieces)
     return text;
 }
 
+using Keyword = TLEComposer::Keyword;
+
+// The spellings of the keywords, in the order of TLEComposer::Keyword.
+char const *const _keywordNames[] = { "OBJECT_NAME", "OBJECT_ID", "NORAD_CAT_ID",
+    "CLASSIFICATION_TYPE", "EPOCH", "MEAN_MOTION_DOT", "MEAN_MOTION_DDOT", "BSTAR",
+    "EPHEMERIS_TYPE", "ELEMENT_SET_NO", "INCLINATION", "RA_OF_ASC_NODE", "ECCENTRICITY",
+    "ARG_OF_PERICENTER", "MEAN_ANOMALY", "MEAN_MOTION", "REV_AT_EPOCH" };
+static_assert(sizeof _keywordNames / sizeof *_keywordNames == TLEComposer::KeywordCount);
+
+std::string _name(Keyword key)
+{
+    return _keywordNames[key];
+}
+
 // Reads the keywords of one record, remembering the first fault.
 class _Reader
 {
 public:
-    explicit _Reader(TLEComposer::Fields const &fields) : _fields(fields) { }
+    explicit _Reader(TLEComposer::Values const &values) : _values(values) { }
 
     bool ok() const { return _reason.empty(); }
     std::string const &reason() const { return _reason; }
 
     // The trimmed text of a keyword; `fallback` when the record lacks it, or
     // a fault when there is none.
-    std::string_view text(char const *key, char const *fallback = nullptr)
+    std::string_view text(Keyword key, char const *fallback = nullptr)
     {
-        if (std::string const *value = _fields.find(key))
+        if (std::optional<std::string_view> const &value = _values[key])
             return _trimmed(*value);
         if (fallback)
             return fallback;
-        _fail(std::string("has no ") + key);
+        _fail("has no " + _name(key));
         return std::string_view();
     }
 
-    double decimal(char const *key)
+    double decimal(Keyword key)
     {
         std::string_view const value = text(key);
         if (!ok())
@@ -181,11 +188,11 @@ public:
         auto const result = std::from_chars(value.data() + start, end, number);
         if (value.size() == start || result.ec != std::errc() || result.ptr != end
             || !std::isfinite(number))
-            _fail(key + (" \"" + std::string(value)) + "\" is not a number");
+            _fail(_name(key) + " \"" + std::string(value) + "\" is not a number");
         return number;
     }
 
-    long whole(char const *key, char const *fallback = nullptr)
+    long whole(Keyword key, char const *fallback = nullptr)
     {
         std::string_view const value = text(key, fallback);
         if (!ok())
@@ -194,15 +201,15 @@ public:
         char const *end = value.data() + value.size();
         auto const result = std::from_chars(value.data(), end, number);
         if (value.empty() || result.ec != std::errc() || result.ptr != end)
-            _fail(key + (" \"" + std::string(value)) + "\" is not a whole number");
+            _fail(_name(key) + " \"" + std::string(value) + "\" is not a whole number");
         return number;
     }
 
     // Writes a field, or fails naming the keyword and its value.
-    void field(bool written, char const *key)
+    void field(bool written, Keyword key)
     {
         if (ok() && !written)
-            _fail(key + (" " + std::string(text(key))) + " does not fit its columns");
+            _fail(_name(key) + " " + std::string(text(key)) + " does not fit its columns");
     }
 
     void fail(std::string const &reason) { _fail(reason); }
@@ -214,115 +221,13 @@ private:
             _reason = reason;
     }
 
-    TLEComposer::Fields const &_fields;
+    TLEComposer::Values const &_values;
     std::string _reason;
 };
 
-bool _nameLine(_Reader &reader, std::string &name)
+bool _designatorField(std::string_view objectId, std::string &field)
 {
-    name = reader.text("OBJECT_NAME");
-    if (!reader.ok())
-        return false;
-    if (name.size() > _longestName) {
-        reader.fail("OBJECT_NAME has " + std::to_string(name.size())
-            + " bytes; a name line holds 68 at most");
-        return false;
-    }
-    for (char const c : name)
-        if (static_cast<unsigned char>(c) < 0x20) {
-            reader.fail("OBJECT_NAME holds a control character");
-            return false;
-        }
-    return true;
-}
-
-bool _catalogField(_Reader &reader, std::string &field)
-{
-    long const number = reader.whole("NORAD_CAT_ID");
-    if (reader.ok() && !Alpha5::encode(number, field))
-        reader.fail("NORAD_CAT_ID " + std::to_string(number) + " is "
-            + (number < 0 ? std::string("negative")
-                          : "above 339999, the last number of the Alpha-5 form"));
-    return reader.ok();
-}
-
-// One printable byte: the classification letter or the ephemeris type digit.
-bool _oneByte(std::string const &text)
-{
-    return text.size() == 1 && text[0] > ' ' && text[0] <= 'z';
-}
-
-bool _line1(_Reader &reader, std::string &line)
-{
-    std::string catalog, designator, epoch, rate, accel, drag, number;
-    _catalogField(reader, catalog);
-    std::string const classification(reader.text("CLASSIFICATION_TYPE", "U"));
-    if (reader.ok() && !_oneByte(classification))
-        reader.fail("CLASSIFICATION_TYPE \"" + classification + "\" is not one letter");
-    reader.field(TLEComposer::designatorField(std::string(reader.text("OBJECT_ID")), designator),
-        "OBJECT_ID");
-    reader.field(TLEComposer::epochField(std::string(reader.text("EPOCH")), epoch), "EPOCH");
-    reader.field(
-        TLEComposer::rateField(reader.decimal("MEAN_MOTION_DOT"), rate), "MEAN_MOTION_DOT");
-    reader.field(
-        TLEComposer::exponentField(reader.decimal("MEAN_MOTION_DDOT"), accel), "MEAN_MOTION_DDOT");
-    reader.field(TLEComposer::exponentField(reader.decimal("BSTAR"), drag), "BSTAR");
-    long const type = reader.whole("EPHEMERIS_TYPE", "0");
-    if (reader.ok() && (type < 0 || type > 9))
-        reader.fail("EPHEMERIS_TYPE " + std::to_string(type) + " does not fit its column");
-    reader.field(
-        TLEComposer::integerField(reader.whole("ELEMENT_SET_NO"), 4, number), "ELEMENT_SET_NO");
-    if (!reader.ok())
-        return false;
-    char const ephemeris[] = { char('0' + type), '\0' };
-    line = _joined({ "1 ", catalog, classification, " ", designator, " ", epoch, " ", rate, " ",
-        accel, " ", drag, " ", ephemeris, " ", number, "0" });
-    TLEComposer::setCheckDigit(line);
-    return true;
-}
-
-bool _line2(_Reader &reader, std::string const &catalog, std::string &line)
-{
-    std::string inclination, node, eccentricity, perigee, anomaly, motion, revolution;
-    reader.field(
-        TLEComposer::angleField(reader.decimal("INCLINATION"), inclination), "INCLINATION");
-    reader.field(TLEComposer::angleField(reader.decimal("RA_OF_ASC_NODE"), node), "RA_OF_ASC_NODE");
-    reader.field(TLEComposer::eccentricityField(reader.decimal("ECCENTRICITY"), eccentricity),
-        "ECCENTRICITY");
-    reader.field(
-        TLEComposer::angleField(reader.decimal("ARG_OF_PERICENTER"), perigee), "ARG_OF_PERICENTER");
-    reader.field(TLEComposer::angleField(reader.decimal("MEAN_ANOMALY"), anomaly), "MEAN_ANOMALY");
-    reader.field(
-        TLEComposer::meanMotionField(reader.decimal("MEAN_MOTION"), motion), "MEAN_MOTION");
-    reader.field(
-        TLEComposer::integerField(reader.whole("REV_AT_EPOCH"), 5, revolution), "REV_AT_EPOCH");
-    if (!reader.ok())
-        return false;
-    line = _joined({ "2 ", catalog, " ", inclination, " ", node, " ", eccentricity, " ", perigee,
-        " ", anomaly, " ", motion, revolution, "0" });
-    TLEComposer::setCheckDigit(line);
-    return true;
-}
-
-} // namespace
-
-bool TLEComposer::compose(Fields const &fields, CheckerTLE::TLE &tle, std::string &reason)
-{
-    _Reader reader(fields);
-    std::string name, line1, line2;
-    if (_nameLine(reader, name) && _line1(reader, line1))
-        _line2(reader, line1.substr(2, 5), line2);
-    if (!reader.ok()) {
-        reason = reader.reason();
-        return false;
-    }
-    tle = { name, line1, line2 };
-    return true;
-}
-
-bool TLEComposer::designatorField(std::string const &objectId, std::string &field)
-{
-    std::string const id(_trimmed(objectId));
+    std::string_view const id = _trimmed(objectId);
     if (id.empty()) {
         field = std::string(8, ' ');
         return true;
@@ -334,18 +239,20 @@ bool TLEComposer::designatorField(std::string const &objectId, std::string &fiel
     for (std::size_t i = 8; i < id.size(); ++i)
         if (id[i] < 'A' || id[i] > 'Z')
             return false;
-    std::string const text = id.substr(2, 2) + id.substr(5, 3) + id.substr(8);
-    field = text + std::string(8 - text.size(), ' ');
+    field.assign(id.substr(2, 2));
+    field.append(id.substr(5, 3));
+    field.append(id.substr(8));
+    field.resize(8, ' ');
     return true;
 }
 
-bool TLEComposer::epochField(std::string const &epoch, std::string &field)
+bool _epochField(std::string_view epoch, std::string &field)
 {
-    std::string text(_trimmed(epoch));
+    std::string_view text = _trimmed(epoch);
     if (!text.empty() && text.back() == 'Z')
-        text.pop_back();
+        text.remove_suffix(1);
     std::size_t const t = text.find('T');
-    if (t == std::string::npos || !_isDigits(text, 0, 4) || text.size() < 5 || text[4] != '-')
+    if (t == std::string_view::npos || !_isDigits(text, 0, 4) || text.size() < 5 || text[4] != '-')
         return false;
     int year = _number(text, 0, 4);
     int day = 0;
@@ -371,11 +278,158 @@ bool TLEComposer::epochField(std::string const &epoch, std::string &field)
     // The parser reads 57 to 99 as 1957 to 1999 and 00 to 56 as 2000 to 2056.
     if (year < 1957 || year > 2056)
         return false;
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%02d%03d.%08lld", year % 100, day,
-        static_cast<long long>(fraction));
-    field = buffer;
+    // "yyddd.dddddddd", written with whole numbers as printf takes far longer.
+    char buffer[14];
+    char *start
+        = _digitsBefore(buffer + sizeof buffer, static_cast<unsigned long long>(fraction), 8);
+    *--start = '.';
+    start = _digitsBefore(start, static_cast<unsigned long long>(day), 3);
+    _digitsBefore(start, static_cast<unsigned long long>(year % 100), 2);
+    field.assign(buffer, sizeof buffer);
     return true;
+}
+
+bool _nameLine(_Reader &reader, std::string &name)
+{
+    name = reader.text(TLEComposer::ObjectName);
+    if (!reader.ok())
+        return false;
+    if (name.size() > _longestName) {
+        reader.fail("OBJECT_NAME has " + std::to_string(name.size())
+            + " bytes; a name line holds 68 at most");
+        return false;
+    }
+    for (char const c : name)
+        if (static_cast<unsigned char>(c) < 0x20) {
+            reader.fail("OBJECT_NAME holds a control character");
+            return false;
+        }
+    return true;
+}
+
+bool _catalogField(_Reader &reader, std::string &field)
+{
+    long const number = reader.whole(TLEComposer::NoradCatId);
+    if (reader.ok() && !Alpha5::encode(number, field))
+        reader.fail("NORAD_CAT_ID " + std::to_string(number) + " is "
+            + (number < 0 ? std::string("negative")
+                          : "above 339999, the last number of the Alpha-5 form"));
+    return reader.ok();
+}
+
+// One printable byte: the classification letter or the ephemeris type digit.
+bool _oneByte(std::string const &text)
+{
+    return text.size() == 1 && text[0] > ' ' && text[0] <= 'z';
+}
+
+bool _line1(_Reader &reader, std::string &line)
+{
+    std::string catalog, designator, epoch, rate, accel, drag, number;
+    _catalogField(reader, catalog);
+    std::string const classification(reader.text(TLEComposer::ClassificationType, "U"));
+    if (reader.ok() && !_oneByte(classification))
+        reader.fail("CLASSIFICATION_TYPE \"" + classification + "\" is not one letter");
+    reader.field(
+        _designatorField(reader.text(TLEComposer::ObjectId), designator), TLEComposer::ObjectId);
+    reader.field(_epochField(reader.text(TLEComposer::Epoch), epoch), TLEComposer::Epoch);
+    reader.field(TLEComposer::rateField(reader.decimal(TLEComposer::MeanMotionDot), rate),
+        TLEComposer::MeanMotionDot);
+    reader.field(TLEComposer::exponentField(reader.decimal(TLEComposer::MeanMotionDdot), accel),
+        TLEComposer::MeanMotionDdot);
+    reader.field(
+        TLEComposer::exponentField(reader.decimal(TLEComposer::Bstar), drag), TLEComposer::Bstar);
+    long const type = reader.whole(TLEComposer::EphemerisType, "0");
+    if (reader.ok() && (type < 0 || type > 9))
+        reader.fail("EPHEMERIS_TYPE " + std::to_string(type) + " does not fit its column");
+    reader.field(TLEComposer::integerField(reader.whole(TLEComposer::ElementSetNo), 4, number),
+        TLEComposer::ElementSetNo);
+    if (!reader.ok())
+        return false;
+    char const ephemeris[] = { char('0' + type), '\0' };
+    line = _joined({ "1 ", catalog, classification, " ", designator, " ", epoch, " ", rate, " ",
+        accel, " ", drag, " ", ephemeris, " ", number, "0" });
+    TLEComposer::setCheckDigit(line);
+    return true;
+}
+
+bool _line2(_Reader &reader, std::string const &catalog, std::string &line)
+{
+    std::string inclination, node, eccentricity, perigee, anomaly, motion, revolution;
+    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::Inclination), inclination),
+        TLEComposer::Inclination);
+    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::RaOfAscNode), node),
+        TLEComposer::RaOfAscNode);
+    reader.field(
+        TLEComposer::eccentricityField(reader.decimal(TLEComposer::Eccentricity), eccentricity),
+        TLEComposer::Eccentricity);
+    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::ArgOfPericenter), perigee),
+        TLEComposer::ArgOfPericenter);
+    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::MeanAnomaly), anomaly),
+        TLEComposer::MeanAnomaly);
+    reader.field(TLEComposer::meanMotionField(reader.decimal(TLEComposer::MeanMotion), motion),
+        TLEComposer::MeanMotion);
+    reader.field(TLEComposer::integerField(reader.whole(TLEComposer::RevAtEpoch), 5, revolution),
+        TLEComposer::RevAtEpoch);
+    if (!reader.ok())
+        return false;
+    line = _joined({ "2 ", catalog, " ", inclination, " ", node, " ", eccentricity, " ", perigee,
+        " ", anomaly, " ", motion, revolution, "0" });
+    TLEComposer::setCheckDigit(line);
+    return true;
+}
+
+} // namespace
+
+char const *TLEComposer::keywordName(Keyword keyword)
+{
+    return _keywordNames[keyword];
+}
+
+TLEComposer::Keyword TLEComposer::keyword(std::string_view name)
+{
+    int k = 0;
+    while (k < KeywordCount && name != _keywordNames[k])
+        ++k;
+    return Keyword(k);
+}
+
+TLEComposer::Values TLEComposer::values(Fields const &fields)
+{
+    Values values;
+    for (int k = 0; k < KeywordCount; ++k)
+        if (std::string const *value = fields.find(_keywordNames[k]))
+            values[k] = *value;
+    return values;
+}
+
+bool TLEComposer::compose(Fields const &fields, CheckerTLE::TLE &tle, std::string &reason)
+{
+    return compose(values(fields), tle, reason);
+}
+
+bool TLEComposer::compose(Values const &values, CheckerTLE::TLE &tle, std::string &reason)
+{
+    _Reader reader(values);
+    std::string name, line1, line2;
+    if (_nameLine(reader, name) && _line1(reader, line1))
+        _line2(reader, line1.substr(2, 5), line2);
+    if (!reader.ok()) {
+        reason = reader.reason();
+        return false;
+    }
+    tle = { std::move(name), std::move(line1), std::move(line2) };
+    return true;
+}
+
+bool TLEComposer::designatorField(std::string const &objectId, std::string &field)
+{
+    return _designatorField(objectId, field);
+}
+
+bool TLEComposer::epochField(std::string const &epoch, std::string &field)
+{
+    return _epochField(epoch, field);
 }
 
 bool TLEComposer::rateField(double value, std::string &field)
@@ -397,13 +451,20 @@ bool TLEComposer::exponentField(double value, std::string &field)
         field = " 00000-0";
         return true;
     }
-    // "d.dddde-XX" rounds the mantissa to five digits, carrying into the exponent.
-    std::string const printed = _printed("%.4e", std::fabs(value));
-    int const exponent = std::atoi(printed.c_str() + printed.find('e') + 1) + 1;
+    // "d.dddde-XX" rounds the mantissa to five digits, carrying into the
+    // exponent; to_chars writes what printf's "%.4e" does, without its cost.
+    char printed[32];
+    char const *const end = std::to_chars(
+        printed, printed + sizeof printed, std::fabs(value), std::chars_format::scientific, 4)
+                                .ptr;
+    int exponent = 0;
+    std::from_chars(printed + 7 + (printed[7] == '+' ? 1 : 0), end, exponent);
+    exponent += 1;
     if (exponent < -9 || exponent > 9)
         return false;
-    field = std::string(1, value < 0 ? '-' : ' ') + printed[0] + printed.substr(2, 4)
-        + (exponent < 0 ? '-' : '+') + char('0' + std::abs(exponent));
+    char const written[] = { value < 0 ? '-' : ' ', printed[0], printed[2], printed[3], printed[4],
+        printed[5], exponent < 0 ? '-' : '+', char('0' + std::abs(exponent)) };
+    field.assign(written, sizeof written);
     return true;
 }
 
