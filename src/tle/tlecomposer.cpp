@@ -6,10 +6,11 @@
 #include "tle/alpha5.h"
 #include "tle/get_el.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <initializer_list>
+#include <cstring>
 #include <string_view>
 
 namespace {
@@ -17,12 +18,49 @@ namespace {
 // The longest name that the checker reads as a name line.
 constexpr std::size_t _longestName = 68;
 
+bool _isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 std::string_view _trimmed(std::string_view text)
 {
-    std::size_t const first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos)
-        return std::string_view();
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+    while (!text.empty() && _isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && _isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// A decimal such as "15.50103472" or "-.00000036", of at most 15 digits, read
+// as one division of two whole numbers that a double holds exactly: correctly
+// rounded, so the same double as from_chars gives, at a fraction of its cost.
+// False for anything else (exponents, long digit strings), left to from_chars.
+bool _plainDecimal(std::string_view text, double &number)
+{
+    static constexpr double powers[]
+        = { 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15 };
+    bool const negative = !text.empty() && text[0] == '-';
+    char const *at = text.data() + (negative ? 1 : 0);
+    char const *const end = text.data() + text.size();
+    std::uint64_t digits = 0;
+    char const *const first = at;
+    for (; at < end && unsigned(*at - '0') < 10; ++at)
+        digits = digits * 10 + unsigned(*at - '0');
+    long const whole = at - first;
+    long decimals = 0;
+    if (at < end && *at == '.') {
+        char const *const point = ++at;
+        for (; at < end && unsigned(*at - '0') < 10; ++at)
+            digits = digits * 10 + unsigned(*at - '0');
+        decimals = at - point;
+    }
+    if (at != end || whole + decimals == 0 || whole + decimals > 15)
+        return false;
+    number = double(digits) / powers[decimals];
+    if (negative)
+        number = -number;
+    return true;
 }
 
 bool _isDigits(std::string_view text, std::size_t from, std::size_t count)
@@ -91,12 +129,17 @@ std::int64_t _timeOfDayNs(std::string_view text)
     return ns;
 }
 
-bool _fits(std::string_view text, std::size_t width, std::string &field)
+// The field writers below put one TLE field at `at`, filling exactly its
+// columns, and return false, `at` untouched, when the value doesn't fit. They
+// write into the line itself: a catalog has tens of thousands of records.
+
+// `text` right-aligned in `width` columns.
+bool _putRight(std::string_view text, std::size_t width, char *at)
 {
     if (text.size() > width)
         return false;
-    field.assign(width - text.size(), ' ');
-    field += text;
+    std::memset(at, ' ', width - text.size());
+    std::memcpy(at + width - text.size(), text.data(), text.size());
     return true;
 }
 
@@ -113,8 +156,8 @@ char *_digitsBefore(char *end, unsigned long long number, int count)
 
 // A number of at least 0 with `decimals` decimals, rounded to the nearest,
 // right-aligned in `width` columns. Done with whole numbers, as printf takes
-// far longer and a catalog has thousands of records.
-bool _fixed(double value, int decimals, std::size_t width, std::string &field)
+// far longer.
+bool _putFixed(double value, int decimals, std::size_t width, char *at)
 {
     static double const scales[] = { 1.0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8 };
     double const scaled = value * scales[decimals];
@@ -123,22 +166,92 @@ bool _fixed(double value, int decimals, std::size_t width, std::string &field)
     unsigned long long number = static_cast<unsigned long long>(std::llround(scaled));
     unsigned long long const scale = static_cast<unsigned long long>(scales[decimals]);
     char buffer[40];
-    char *start = _digitsBefore(buffer + sizeof buffer, number % scale, decimals);
+    char *const end = buffer + sizeof buffer;
+    char *start = _digitsBefore(end, number % scale, decimals);
     *--start = '.';
     start = _digitsBefore(start, number / scale, 1);
-    return _fits(
-        std::string_view(start, std::size_t(buffer + sizeof buffer - start)), width, field);
+    return _putRight(std::string_view(start, std::size_t(end - start)), width, at);
 }
 
-// ------------------------------------------------------------ the record
-
-std::string _joined(std::initializer_list<std::string_view> pieces)
+// Ten columns: " .00002078", "-.00000036".
+bool _putRate(double value, char *at)
 {
-    std::string text;
-    text.reserve(69);
-    for (std::string_view const piece : pieces)
-        text += piece;
-    return text;
+    char digits[11];
+    if (!_putFixed(std::fabs(value), 8, sizeof digits, digits) || digits[0] != ' '
+        || digits[1] != '0')
+        return false;
+    // The zero in front gives way to the sign.
+    at[0] = std::signbit(value) ? '-' : ' ';
+    std::memcpy(at + 1, digits + 2, 9);
+    return true;
+}
+
+// Eight columns: " 38550-4", " 00000-0".
+bool _putExponent(double value, char *at)
+{
+    if (!std::isfinite(value))
+        return false;
+    if (value == 0.0) {
+        std::memcpy(at, " 00000-0", 8);
+        return true;
+    }
+    // "d.dddde-XX" rounds the mantissa to five digits, carrying into the
+    // exponent; to_chars writes what printf's "%.4e" does, without its cost.
+    char printed[32];
+    char const *const end = std::to_chars(
+        printed, printed + sizeof printed, std::fabs(value), std::chars_format::scientific, 4)
+                                .ptr;
+    int exponent = 0;
+    std::from_chars(printed + 7 + (printed[7] == '+' ? 1 : 0), end, exponent);
+    exponent += 1;
+    if (exponent < -9 || exponent > 9)
+        return false;
+    char const written[] = { value < 0 ? '-' : ' ', printed[0], printed[2], printed[3], printed[4],
+        printed[5], exponent < 0 ? '-' : '+', char('0' + std::abs(exponent)) };
+    std::memcpy(at, written, sizeof written);
+    return true;
+}
+
+// Eight columns; the parser's angle scan knows no sign.
+bool _putAngle(double degrees, char *at)
+{
+    return _putFixed(degrees, 4, 8, at);
+}
+
+// Seven columns, the point assumed in front.
+bool _putEccentricity(double value, char *at)
+{
+    char digits[9];
+    if (!_putFixed(value, 7, sizeof digits, digits) || digits[0] != '0')
+        return false;
+    std::memcpy(at, digits + 2, 7);
+    return true;
+}
+
+// Eleven columns.
+bool _putMeanMotion(double value, char *at)
+{
+    return _putFixed(value, 8, 11, at);
+}
+
+bool _putInteger(long value, std::size_t width, char *at)
+{
+    if (value < 0)
+        return false;
+    char buffer[24];
+    char *const end = buffer + sizeof buffer;
+    char const *const start = _digitsBefore(end, static_cast<unsigned long long>(value), 1);
+    return _putRight(std::string_view(start, std::size_t(end - start)), width, at);
+}
+
+// A field of `width` columns as a string of its own, for the public writers.
+template <typename Put> bool _field(std::size_t width, std::string &field, Put const &put)
+{
+    char buffer[16];
+    if (!put(buffer))
+        return false;
+    field.assign(buffer, width);
+    return true;
 }
 
 using Keyword = TLEComposer::Keyword;
@@ -184,6 +297,8 @@ public:
         // from_chars takes no "+" in front, and the locale has no say in it.
         std::size_t const start = !value.empty() && value[0] == '+' ? 1 : 0;
         double number = 0.0;
+        if (_plainDecimal(value.substr(start), number))
+            return number;
         char const *end = value.data() + value.size();
         auto const result = std::from_chars(value.data() + start, end, number);
         if (value.size() == start || result.ec != std::errc() || result.ptr != end
@@ -225,11 +340,12 @@ private:
     std::string _reason;
 };
 
-bool _designatorField(std::string_view objectId, std::string &field)
+// Eight columns: "98067A  ".
+bool _putDesignator(std::string_view objectId, char *at)
 {
     std::string_view const id = _trimmed(objectId);
     if (id.empty()) {
-        field = std::string(8, ' ');
+        std::memset(at, ' ', 8);
         return true;
     }
     // yyyy-nnnP, with one to three letters for the piece.
@@ -239,14 +355,15 @@ bool _designatorField(std::string_view objectId, std::string &field)
     for (std::size_t i = 8; i < id.size(); ++i)
         if (id[i] < 'A' || id[i] > 'Z')
             return false;
-    field.assign(id.substr(2, 2));
-    field.append(id.substr(5, 3));
-    field.append(id.substr(8));
-    field.resize(8, ' ');
+    std::memcpy(at, id.data() + 2, 2);
+    std::memcpy(at + 2, id.data() + 5, 3);
+    std::memset(at + 5, ' ', 3);
+    std::memcpy(at + 5, id.data() + 8, id.size() - 8);
     return true;
 }
 
-bool _epochField(std::string_view epoch, std::string &field)
+// Fourteen columns: "04005.51955591".
+bool _putEpoch(std::string_view epoch, char *at)
 {
     std::string_view text = _trimmed(epoch);
     if (!text.empty() && text.back() == 'Z')
@@ -279,13 +396,10 @@ bool _epochField(std::string_view epoch, std::string &field)
     if (year < 1957 || year > 2056)
         return false;
     // "yyddd.dddddddd", written with whole numbers as printf takes far longer.
-    char buffer[14];
-    char *start
-        = _digitsBefore(buffer + sizeof buffer, static_cast<unsigned long long>(fraction), 8);
+    char *start = _digitsBefore(at + 14, static_cast<unsigned long long>(fraction), 8);
     *--start = '.';
     start = _digitsBefore(start, static_cast<unsigned long long>(day), 3);
     _digitsBefore(start, static_cast<unsigned long long>(year % 100), 2);
-    field.assign(buffer, sizeof buffer);
     return true;
 }
 
@@ -307,75 +421,91 @@ bool _nameLine(_Reader &reader, std::string &name)
     return true;
 }
 
-bool _catalogField(_Reader &reader, std::string &field)
+// Five columns, in the Alpha-5 form from 100000 on.
+bool _putCatalog(_Reader &reader, char *at)
 {
     long const number = reader.whole(TLEComposer::NoradCatId);
+    std::string field;
     if (reader.ok() && !Alpha5::encode(number, field))
         reader.fail("NORAD_CAT_ID " + std::to_string(number) + " is "
             + (number < 0 ? std::string("negative")
                           : "above 339999, the last number of the Alpha-5 form"));
-    return reader.ok();
+    if (!reader.ok())
+        return false;
+    std::memcpy(at, field.data(), 5);
+    return true;
 }
 
 // One printable byte: the classification letter or the ephemeris type digit.
-bool _oneByte(std::string const &text)
+bool _oneByte(std::string_view text)
 {
     return text.size() == 1 && text[0] > ' ' && text[0] <= 'z';
 }
 
+// The line with its check digit, from the 69 columns written.
+std::string _finished(char const (&columns)[69])
+{
+    std::string line(columns, sizeof columns);
+    TLEComposer::setCheckDigit(line);
+    return line;
+}
+
+// The columns between the fields are blanks, but for the line number.
 bool _line1(_Reader &reader, std::string &line)
 {
-    std::string catalog, designator, epoch, rate, accel, drag, number;
-    _catalogField(reader, catalog);
-    std::string const classification(reader.text(TLEComposer::ClassificationType, "U"));
+    char columns[69];
+    std::memset(columns, ' ', sizeof columns);
+    columns[0] = '1';
+    _putCatalog(reader, columns + 2);
+    std::string_view const classification = reader.text(TLEComposer::ClassificationType, "U");
     if (reader.ok() && !_oneByte(classification))
-        reader.fail("CLASSIFICATION_TYPE \"" + classification + "\" is not one letter");
+        reader.fail(
+            "CLASSIFICATION_TYPE \"" + std::string(classification) + "\" is not one letter");
+    columns[7] = classification.empty() ? ' ' : classification[0];
     reader.field(
-        _designatorField(reader.text(TLEComposer::ObjectId), designator), TLEComposer::ObjectId);
-    reader.field(_epochField(reader.text(TLEComposer::Epoch), epoch), TLEComposer::Epoch);
-    reader.field(TLEComposer::rateField(reader.decimal(TLEComposer::MeanMotionDot), rate),
+        _putDesignator(reader.text(TLEComposer::ObjectId), columns + 9), TLEComposer::ObjectId);
+    reader.field(_putEpoch(reader.text(TLEComposer::Epoch), columns + 18), TLEComposer::Epoch);
+    reader.field(_putRate(reader.decimal(TLEComposer::MeanMotionDot), columns + 33),
         TLEComposer::MeanMotionDot);
-    reader.field(TLEComposer::exponentField(reader.decimal(TLEComposer::MeanMotionDdot), accel),
+    reader.field(_putExponent(reader.decimal(TLEComposer::MeanMotionDdot), columns + 44),
         TLEComposer::MeanMotionDdot);
     reader.field(
-        TLEComposer::exponentField(reader.decimal(TLEComposer::Bstar), drag), TLEComposer::Bstar);
+        _putExponent(reader.decimal(TLEComposer::Bstar), columns + 53), TLEComposer::Bstar);
     long const type = reader.whole(TLEComposer::EphemerisType, "0");
     if (reader.ok() && (type < 0 || type > 9))
         reader.fail("EPHEMERIS_TYPE " + std::to_string(type) + " does not fit its column");
-    reader.field(TLEComposer::integerField(reader.whole(TLEComposer::ElementSetNo), 4, number),
+    columns[62] = char('0' + type);
+    reader.field(_putInteger(reader.whole(TLEComposer::ElementSetNo), 4, columns + 64),
         TLEComposer::ElementSetNo);
     if (!reader.ok())
         return false;
-    char const ephemeris[] = { char('0' + type), '\0' };
-    line = _joined({ "1 ", catalog, classification, " ", designator, " ", epoch, " ", rate, " ",
-        accel, " ", drag, " ", ephemeris, " ", number, "0" });
-    TLEComposer::setCheckDigit(line);
+    line = _finished(columns);
     return true;
 }
 
-bool _line2(_Reader &reader, std::string const &catalog, std::string &line)
+bool _line2(_Reader &reader, std::string_view catalog, std::string &line)
 {
-    std::string inclination, node, eccentricity, perigee, anomaly, motion, revolution;
-    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::Inclination), inclination),
-        TLEComposer::Inclination);
-    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::RaOfAscNode), node),
-        TLEComposer::RaOfAscNode);
+    char columns[69];
+    std::memset(columns, ' ', sizeof columns);
+    columns[0] = '2';
+    std::memcpy(columns + 2, catalog.data(), 5);
     reader.field(
-        TLEComposer::eccentricityField(reader.decimal(TLEComposer::Eccentricity), eccentricity),
+        _putAngle(reader.decimal(TLEComposer::Inclination), columns + 8), TLEComposer::Inclination);
+    reader.field(_putAngle(reader.decimal(TLEComposer::RaOfAscNode), columns + 17),
+        TLEComposer::RaOfAscNode);
+    reader.field(_putEccentricity(reader.decimal(TLEComposer::Eccentricity), columns + 26),
         TLEComposer::Eccentricity);
-    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::ArgOfPericenter), perigee),
+    reader.field(_putAngle(reader.decimal(TLEComposer::ArgOfPericenter), columns + 34),
         TLEComposer::ArgOfPericenter);
-    reader.field(TLEComposer::angleField(reader.decimal(TLEComposer::MeanAnomaly), anomaly),
+    reader.field(_putAngle(reader.decimal(TLEComposer::MeanAnomaly), columns + 43),
         TLEComposer::MeanAnomaly);
-    reader.field(TLEComposer::meanMotionField(reader.decimal(TLEComposer::MeanMotion), motion),
+    reader.field(_putMeanMotion(reader.decimal(TLEComposer::MeanMotion), columns + 52),
         TLEComposer::MeanMotion);
-    reader.field(TLEComposer::integerField(reader.whole(TLEComposer::RevAtEpoch), 5, revolution),
+    reader.field(_putInteger(reader.whole(TLEComposer::RevAtEpoch), 5, columns + 63),
         TLEComposer::RevAtEpoch);
     if (!reader.ok())
         return false;
-    line = _joined({ "2 ", catalog, " ", inclination, " ", node, " ", eccentricity, " ", perigee,
-        " ", anomaly, " ", motion, revolution, "0" });
-    TLEComposer::setCheckDigit(line);
+    line = _finished(columns);
     return true;
 }
 
@@ -413,7 +543,7 @@ bool TLEComposer::compose(Values const &values, CheckerTLE::TLE &tle, std::strin
     _Reader reader(values);
     std::string name, line1, line2;
     if (_nameLine(reader, name) && _line1(reader, line1))
-        _line2(reader, line1.substr(2, 5), line2);
+        _line2(reader, std::string_view(line1).substr(2, 5), line2);
     if (!reader.ok()) {
         reason = reader.reason();
         return false;
@@ -424,75 +554,49 @@ bool TLEComposer::compose(Values const &values, CheckerTLE::TLE &tle, std::strin
 
 bool TLEComposer::designatorField(std::string const &objectId, std::string &field)
 {
-    return _designatorField(objectId, field);
+    return _field(8, field, [&](char *at) { return _putDesignator(objectId, at); });
 }
 
 bool TLEComposer::epochField(std::string const &epoch, std::string &field)
 {
-    return _epochField(epoch, field);
+    return _field(14, field, [&](char *at) { return _putEpoch(epoch, at); });
 }
 
 bool TLEComposer::rateField(double value, std::string &field)
 {
-    std::string digits;
-    if (!_fixed(std::fabs(value), 8, 11, digits) || digits[0] != ' ' || digits[1] != '0')
-        return false;
-    // The zero in front gives way to the sign.
-    field = digits.substr(1);
-    field[0] = std::signbit(value) ? '-' : ' ';
-    return true;
+    return _field(10, field, [&](char *at) { return _putRate(value, at); });
 }
 
 bool TLEComposer::exponentField(double value, std::string &field)
 {
-    if (!std::isfinite(value))
-        return false;
-    if (value == 0.0) {
-        field = " 00000-0";
-        return true;
-    }
-    // "d.dddde-XX" rounds the mantissa to five digits, carrying into the
-    // exponent; to_chars writes what printf's "%.4e" does, without its cost.
-    char printed[32];
-    char const *const end = std::to_chars(
-        printed, printed + sizeof printed, std::fabs(value), std::chars_format::scientific, 4)
-                                .ptr;
-    int exponent = 0;
-    std::from_chars(printed + 7 + (printed[7] == '+' ? 1 : 0), end, exponent);
-    exponent += 1;
-    if (exponent < -9 || exponent > 9)
-        return false;
-    char const written[] = { value < 0 ? '-' : ' ', printed[0], printed[2], printed[3], printed[4],
-        printed[5], exponent < 0 ? '-' : '+', char('0' + std::abs(exponent)) };
-    field.assign(written, sizeof written);
-    return true;
+    return _field(8, field, [&](char *at) { return _putExponent(value, at); });
 }
 
 bool TLEComposer::angleField(double degrees, std::string &field)
 {
-    // The parser's angle scan knows no sign.
-    return _fixed(degrees, 4, 8, field);
+    return _field(8, field, [&](char *at) { return _putAngle(degrees, at); });
 }
 
 bool TLEComposer::eccentricityField(double value, std::string &field)
 {
-    std::string digits;
-    if (!_fixed(value, 7, 9, digits) || digits[0] != '0')
-        return false;
-    field = digits.substr(2);
-    return true;
+    return _field(7, field, [&](char *at) { return _putEccentricity(value, at); });
 }
 
 bool TLEComposer::meanMotionField(double value, std::string &field)
 {
-    return _fixed(value, 8, 11, field);
+    return _field(11, field, [&](char *at) { return _putMeanMotion(value, at); });
 }
 
 bool TLEComposer::integerField(long value, int width, std::string &field)
 {
-    if (value < 0)
+    std::string text;
+    if (value < 0 || width < 1)
         return false;
-    return _fits(std::to_string(value), static_cast<std::size_t>(width), field);
+    text.resize(static_cast<std::size_t>(width));
+    if (!_putInteger(value, text.size(), text.data()))
+        return false;
+    field = std::move(text);
+    return true;
 }
 
 void TLEComposer::setCheckDigit(std::string &line)
