@@ -138,8 +138,12 @@ bool _putRight(std::string_view text, std::size_t width, char *at)
 {
     if (text.size() > width)
         return false;
-    std::memset(at, ' ', width - text.size());
-    std::memcpy(at + width - text.size(), text.data(), text.size());
+    // Byte by byte: a field is a few bytes, shorter than a call to memcpy.
+    std::size_t const blanks = width - text.size();
+    for (std::size_t i = 0; i < blanks; ++i)
+        at[i] = ' ';
+    for (std::size_t i = 0; i < text.size(); ++i)
+        at[blanks + i] = text[i];
     return true;
 }
 
