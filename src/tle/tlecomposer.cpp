@@ -167,13 +167,19 @@ bool _putFixed(double value, int decimals, std::size_t width, char *at)
     double const scaled = value * scales[decimals];
     if (!std::isfinite(value) || value < 0.0 || scaled >= 1e15)
         return false;
-    unsigned long long number = static_cast<unsigned long long>(std::llround(scaled));
-    unsigned long long const scale = static_cast<unsigned long long>(scales[decimals]);
+    // llround for a value of at least 0, without the call: below 2^53 the
+    // whole part and the remainder are exact.
+    unsigned long long number = static_cast<unsigned long long>(scaled);
+    number += scaled - static_cast<double>(number) >= 0.5 ? 1 : 0;
+    // The decimals peeled off one by one: dividing by a power of ten that is
+    // known only at run time costs a true division, by ten a multiplication.
     char buffer[40];
     char *const end = buffer + sizeof buffer;
-    char *start = _digitsBefore(end, number % scale, decimals);
+    char *start = end;
+    for (int i = 0; i < decimals; ++i, number /= 10)
+        *--start = char('0' + number % 10);
     *--start = '.';
-    start = _digitsBefore(start, number / scale, 1);
+    start = _digitsBefore(start, number, 1);
     return _putRight(std::string_view(start, std::size_t(end - start)), width, at);
 }
 
