@@ -152,6 +152,9 @@ void TestOmmReader::csvSetsAreThoseOfItsRecords_data()
     QTest::newRow("one row") << _header + "\n" + _iss + "\n" << 0;
     QTest::newRow("quoted name, CR LF, blank lines")
         << _header + "\r\n" + withName + "\r\n\r\n" + _iss << 0;
+    QTest::newRow("quoted cells past the first commas") << _header + "\n"
+            + QByteArray(_iss).replace("15.66405366", "\"15.66405366\"").replace(",0.0", ",\"0.0\"")
+                                                        << 0;
     QTest::newRow("the first of a repeated column counts") << _header + ",OBJECT_NAME\n" + _iss
             + ",OTHER\n" << 0;
     QTest::newRow("blanks around values")
