@@ -42,8 +42,8 @@ public:
         RevAtEpoch,
         KeywordCount
     };
-    // The value text of each keyword, as the record spells it; empty where the
-    // record lacks the keyword. Views into the record, valid while it lives.
+    // The value text of each keyword, as the record spells it; no value where
+    // the record lacks the keyword. Views into the record, valid while it lives.
     using Values = std::array<std::optional<std::string_view>, KeywordCount>;
 
     // The OMM spelling of a keyword: "NORAD_CAT_ID".
