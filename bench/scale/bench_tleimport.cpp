@@ -106,18 +106,11 @@ QByteArray _json(const std::vector<Record> &records)
 // the text of the sets. The number of sets.
 std::size_t _import(const QByteArray &content)
 {
-    std::vector<TLEComposer::Fields> records;
-    std::string error;
-    if (!OmmReader::read(content, records, error))
-        return 0;
     std::vector<CheckerTLE::TLE> tles;
-    tles.reserve(records.size());
-    for (const TLEComposer::Fields &record : records) {
-        CheckerTLE::TLE tle;
-        std::string reason;
-        if (TLEComposer::compose(record, tle, reason))
-            tles.push_back(std::move(tle));
-    }
+    std::vector<std::string> refusals;
+    std::string error;
+    if (!OmmReader::convert(content, tles, refusals, error))
+        return 0;
     std::vector<std::string> messages;
     std::string text;
     CheckerTLE::TLEs2text(messages, text, tles, false);

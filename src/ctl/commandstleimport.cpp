@@ -18,15 +18,6 @@
 
 namespace {
 
-// "ISS (ZARYA) (1998-067A)"; the record's place when it has no name.
-std::string _objectName(TLEComposer::Fields const &fields, std::size_t index)
-{
-    std::string const *name = fields.find("OBJECT_NAME");
-    std::string const *id = fields.find("OBJECT_ID");
-    std::string const text = name && !name->empty() ? *name : "record " + std::to_string(index + 1);
-    return text + " (" + (id ? *id : std::string("no OBJECT_ID")) + ")";
-}
-
 // The sets of one file, appended to `tles`. 0 all converted, 1 some refused,
 // 2 the file could not be read at all.
 int _importFile(std::string const &path, std::vector<CheckerTLE::TLE> &tles)
@@ -36,24 +27,15 @@ int _importFile(std::string const &path, std::vector<CheckerTLE::TLE> &tles)
         Console::message(path + " cannot be read");
         return Console::Failure;
     }
-    std::vector<TLEComposer::Fields> records;
+    std::vector<std::string> refusals;
     std::string error;
-    if (!OmmReader::read(file.readAll(), records, error) || records.empty()) {
-        Console::message(path + ": " + (error.empty() ? "holds no OMM record" : error));
+    if (!OmmReader::convert(file.readAll(), tles, refusals, error)) {
+        Console::message(path + ": " + error);
         return Console::Failure;
     }
-    int status = Console::Ok;
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        CheckerTLE::TLE tle;
-        std::string reason;
-        if (TLEComposer::compose(records[i], tle, reason)) {
-            tles.push_back(tle);
-        } else {
-            Console::message(path + ": " + _objectName(records[i], i) + " is refused: " + reason);
-            status = Console::Remarks;
-        }
-    }
-    return status;
+    for (std::string const &refusal : refusals)
+        Console::message(path + ": " + refusal);
+    return refusals.empty() ? Console::Ok : Console::Remarks;
 }
 
 bool _writeOut(std::string const &path, std::string const &text)

@@ -8,8 +8,16 @@
 #include <QJsonObject>
 #include <QXmlStreamReader>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <functional>
+#include <string_view>
 
 namespace {
 
@@ -133,46 +141,157 @@ QList<QByteArray> _lines(QByteArray const &content)
     return lines;
 }
 
-// One row, with double quotes around a cell that holds a comma.
-std::vector<std::string> _cells(QByteArray const &line)
+// The line of `text` that begins at `at`, without its line end; `at` moves to
+// the next one, past the end of `text` after the last.
+std::string_view _nextLine(std::string_view text, std::size_t &at)
 {
-    std::vector<std::string> cells(1);
-    bool quoted = false;
-    for (int i = 0; i < line.size(); ++i) {
-        char const c = line.at(i);
-        if (c == '"' && quoted && i + 1 < line.size() && line.at(i + 1) == '"')
-            cells.back() += line.at(++i);
-        else if (c == '"')
-            quoted = !quoted;
-        else if (c == ',' && !quoted)
-            cells.emplace_back();
-        else
-            cells.back() += c;
+    std::size_t const feed = std::min(text.find('\n', at), text.size());
+    std::string_view line = text.substr(at, feed - at);
+    at = feed + 1;
+    if (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    return line;
+}
+
+bool _isBlank(std::string_view line)
+{
+    return line.find_first_not_of(" \t\n\v\f\r") == std::string_view::npos;
+}
+
+// The cells of a row without quotes, split at its commas; false at the first
+// quote. Sixteen bytes at a time where SSE2 is at hand, as the cells are a few
+// bytes long and a catalog has tens of thousands of rows.
+bool _plainCells(std::string_view line, std::vector<std::string_view> &cells)
+{
+    std::size_t from = 0;
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    __m128i const comma = _mm_set1_epi8(',');
+    __m128i const quote = _mm_set1_epi8('"');
+    for (; i + 16 <= line.size(); i += 16) {
+        __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const *>(line.data() + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, quote)) != 0)
+            return false;
+        for (unsigned commas = unsigned(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, comma)));
+             commas != 0; commas &= commas - 1) {
+            std::size_t const at = i + std::size_t(__builtin_ctz(commas));
+            cells.emplace_back(line.data() + from, at - from);
+            from = at + 1;
+        }
     }
-    return cells;
+#endif
+    for (; i < line.size(); ++i) {
+        if (line[i] == '"')
+            return false;
+        if (line[i] == ',') {
+            cells.emplace_back(line.data() + from, i - from);
+            from = i + 1;
+        }
+    }
+    cells.emplace_back(line.data() + from, line.size() - from);
+    return true;
+}
+
+// One row, with double quotes around a cell that holds a comma. The cells are
+// views into the row or, where quotes had to go, into `unquoted`.
+void _cells(std::string_view line, std::vector<std::string_view> &cells, std::string &unquoted)
+{
+    cells.clear();
+    if (_plainCells(line, cells))
+        return;
+    cells.clear();
+    // Never longer than the row: the views stay valid while it fills.
+    unquoted.clear();
+    unquoted.reserve(line.size());
+    std::size_t cell = 0;
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        char const c = line[i];
+        if (c == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"') {
+            unquoted += line[++i];
+        } else if (c == '"') {
+            quoted = !quoted;
+        } else if (c == ',' && !quoted) {
+            cells.emplace_back(unquoted.data() + cell, unquoted.size() - cell);
+            cell = unquoted.size();
+        } else {
+            unquoted += c;
+        }
+    }
+    cells.emplace_back(unquoted.data() + cell, unquoted.size() - cell);
+}
+
+// Hands the header's cells to `header` and then each row's to `row`, blank
+// lines skipped; false when a row has not as many cells as the header.
+template <typename Header, typename Row>
+bool _eachCsvRow(QByteArray const &content, Header &&header, Row &&row, std::string &error)
+{
+    int const start = _start(content);
+    std::string_view const text(content.constData() + start, std::size_t(content.size() - start));
+    std::vector<std::string_view> cells;
+    std::string unquoted;
+    std::size_t at = 0;
+    _cells(_nextLine(text, at), cells, unquoted);
+    std::size_t const columns = cells.size();
+    header(cells);
+    for (std::size_t number = 2; at <= text.size(); ++number) {
+        std::string_view const line = _nextLine(text, at);
+        if (_isBlank(line))
+            continue;
+        _cells(line, cells, unquoted);
+        if (cells.size() != columns) {
+            error = "malformed CSV: line " + std::to_string(number) + " has "
+                + std::to_string(cells.size()) + " cells, the header " + std::to_string(columns);
+            return false;
+        }
+        row(cells);
+    }
+    return true;
 }
 
 bool _readCsv(QByteArray const &content, std::vector<Fields> &records, std::string &error)
 {
-    QList<QByteArray> const lines = _lines(content);
-    std::vector<std::string> const header = _cells(lines.first());
-    for (int row = 1; row < lines.size(); ++row) {
-        if (lines.at(row).trimmed().isEmpty())
-            continue;
-        std::vector<std::string> cells = _cells(lines.at(row));
-        if (cells.size() != header.size()) {
-            error = "malformed CSV: line " + std::to_string(row + 1) + " has "
-                + std::to_string(cells.size()) + " cells, the header "
-                + std::to_string(header.size());
-            return false;
-        }
-        Fields record;
-        record.reserve(cells.size());
-        for (std::size_t i = 0; i < cells.size(); ++i)
-            record.append(header[i], std::move(cells[i]));
-        records.push_back(std::move(record));
-    }
-    return true;
+    std::vector<std::string> keys;
+    return _eachCsvRow(
+        content,
+        [&](std::vector<std::string_view> const &cells) {
+            keys.assign(cells.begin(), cells.end());
+        },
+        [&](std::vector<std::string_view> const &cells) {
+            Fields record;
+            record.reserve(cells.size());
+            for (std::size_t i = 0; i < cells.size(); ++i)
+                record.append(keys[i], std::string(cells[i]));
+            records.push_back(std::move(record));
+        },
+        error);
+}
+
+// The values of each row, through the column of each keyword found once in
+// the header: no record is built, as a catalog has tens of thousands of rows.
+bool _csvValues(QByteArray const &content,
+    std::function<void(TLEComposer::Values const &)> const &take, std::string &error)
+{
+    std::array<std::size_t, TLEComposer::KeywordCount> columns;
+    columns.fill(std::string_view::npos);
+    TLEComposer::Values values;
+    return _eachCsvRow(
+        content,
+        [&](std::vector<std::string_view> const &cells) {
+            // The first of a repeated keyword counts, as in a record.
+            for (std::size_t i = cells.size(); i-- > 0;)
+                if (TLEComposer::Keyword const k = TLEComposer::keyword(cells[i]);
+                    k != TLEComposer::KeywordCount)
+                    columns[k] = i;
+        },
+        [&](std::vector<std::string_view> const &cells) {
+            for (std::size_t k = 0; k < columns.size(); ++k)
+                values[k] = columns[k] == std::string_view::npos
+                    ? std::nullopt
+                    : std::optional<std::string_view>(cells[columns[k]]);
+            take(values);
+        },
+        error);
 }
 
 // A new record begins at CCSDS_OMM_VERS, or where a keyword comes again.
@@ -201,6 +320,30 @@ bool _readKvn(QByteArray const &content, std::vector<Fields> &records, std::stri
         records.back()[key] = value.toStdString();
     }
     return true;
+}
+
+// The values of each record of `content`, handed to `take` in order.
+bool _readValues(QByteArray const &content,
+    std::function<void(TLEComposer::Values const &)> const &take, std::string &error)
+{
+    if (OmmReader::detect(content) == OmmReader::Csv)
+        return _csvValues(content, take, error);
+    std::vector<Fields> records;
+    if (!OmmReader::read(content, records, error))
+        return false;
+    for (Fields const &record : records)
+        take(TLEComposer::values(record));
+    return true;
+}
+
+// "ISS (ZARYA) (1998-067A)"; the record's place when it has no name.
+std::string _objectName(TLEComposer::Values const &values, std::size_t index)
+{
+    std::optional<std::string_view> const &name = values[TLEComposer::ObjectName];
+    std::optional<std::string_view> const &id = values[TLEComposer::ObjectId];
+    std::string const text
+        = name && !name->empty() ? std::string(*name) : "record " + std::to_string(index + 1);
+    return text + " (" + (id ? std::string(*id) : std::string("no OBJECT_ID")) + ")";
 }
 
 bool _isKvn(QByteArray const &firstLine)
@@ -248,4 +391,37 @@ bool OmmReader::read(
     }
     error = content.trimmed().isEmpty() ? "empty" : "not an OMM file in XML, CSV, JSON or KVN";
     return false;
+}
+
+bool OmmReader::convert(QByteArray const &content, std::vector<CheckerTLE::TLE> &tles,
+    std::vector<std::string> &refusals, std::string &error)
+{
+    // Kept apart until the whole content has been read: a malformed row near
+    // the end of a CSV file leaves no set and no refusal behind.
+    std::vector<CheckerTLE::TLE> converted;
+    std::vector<std::string> refused;
+    std::size_t count = 0;
+    auto const compose = [&](TLEComposer::Values const &values) {
+        CheckerTLE::TLE tle;
+        std::string reason;
+        if (TLEComposer::compose(values, tle, reason))
+            converted.push_back(std::move(tle));
+        else
+            refused.push_back(_objectName(values, count) + " is refused: " + reason);
+        ++count;
+    };
+    if (!_readValues(content, compose, error))
+        return false;
+    if (count == 0) {
+        error = "holds no OMM record";
+        return false;
+    }
+    if (tles.empty())
+        tles.swap(converted);
+    else
+        tles.insert(tles.end(), std::make_move_iterator(converted.begin()),
+            std::make_move_iterator(converted.end()));
+    refusals.insert(refusals.end(), std::make_move_iterator(refused.begin()),
+        std::make_move_iterator(refused.end()));
+    return true;
 }

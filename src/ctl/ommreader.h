@@ -25,4 +25,10 @@ public:
     // with the reason in `error`, when the content is of no form or malformed.
     static bool read(
         QByteArray const &content, std::vector<TLEComposer::Fields> &records, std::string &error);
+    // The TLE sets of the records of `content`, appended to `tles` in order,
+    // and for each record that can't be written one line naming the object
+    // and the reason, appended to `refusals`. False, both untouched and the
+    // reason in `error`, when the content can't be read or holds no record.
+    static bool convert(QByteArray const &content, std::vector<CheckerTLE::TLE> &tles,
+        std::vector<std::string> &refusals, std::string &error);
 };

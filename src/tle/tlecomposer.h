@@ -6,7 +6,10 @@
 #include "tle/checkertle.h"
 #include "tle/ommfields.h"
 
+#include <array>
+#include <optional>
 #include <string>
+#include <string_view>
 
 // Writes the two data lines of a TLE, and its name line, from the keywords of
 // an OMM record (CCSDS Orbit Mean-Elements Message), each value as text the
@@ -18,10 +21,45 @@ public:
     // Keyword -> value text, such as "MEAN_MOTION" -> "15.50103472".
     using Fields = OmmFields;
 
+    // The keywords that a TLE is written from.
+    enum Keyword {
+        ObjectName,
+        ObjectId,
+        NoradCatId,
+        ClassificationType,
+        Epoch,
+        MeanMotionDot,
+        MeanMotionDdot,
+        Bstar,
+        EphemerisType,
+        ElementSetNo,
+        Inclination,
+        RaOfAscNode,
+        Eccentricity,
+        ArgOfPericenter,
+        MeanAnomaly,
+        MeanMotion,
+        RevAtEpoch,
+        KeywordCount
+    };
+    // The value text of each keyword, as the record spells it; no value where
+    // the record lacks the keyword. Views into the record, valid while it lives.
+    using Values = std::array<std::optional<std::string_view>, KeywordCount>;
+
+    // The OMM spelling of a keyword: "NORAD_CAT_ID".
+    static char const *keywordName(Keyword keyword);
+    // The keyword spelled `name`; KeywordCount when no TLE field comes from it.
+    static Keyword keyword(std::string_view name);
+    // The values of `fields`, the first where a keyword comes more than once.
+    static Values values(Fields const &fields);
+
     // The set of one record: OBJECT_NAME as line 0, both data lines with their
     // check digits. False, `tle` untouched and the reason in `reason`, when a
     // keyword is missing or unreadable or a value doesn't fit its columns.
     static bool compose(Fields const &fields, CheckerTLE::TLE &tle, std::string &reason);
+    // The same from the values of the keywords: readers that find the columns
+    // once, such as CSV's, compose without building a record.
+    static bool compose(Values const &values, CheckerTLE::TLE &tle, std::string &reason);
 
     // The fields below write one TLE field each; false, `field` untouched, when
     // the value can't be written in its columns.

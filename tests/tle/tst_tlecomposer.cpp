@@ -8,6 +8,8 @@
 
 #include <QtTest>
 
+#include <charconv>
+
 namespace {
 
 // The ISS set of the test data as an OMM record.
@@ -34,6 +36,8 @@ class TestTleComposer : public QObject
     Q_OBJECT
 
 private slots:
+    void decimalsAreReadAsFromCharsReadsThem_data();
+    void decimalsAreReadAsFromCharsReadsThem();
     void epochIsRoundedToTheNearestAndCarried_data();
     void epochIsRoundedToTheNearestAndCarried();
     void epochOutsideTheTwoDigitYearsIsRefused_data();
@@ -378,6 +382,40 @@ void TestTleComposer::recordIsRefusedWithItsReason()
     QVERIFY(!TLEComposer::compose(fields, tle, told));
     QCOMPARE(QString::fromStdString(told), reason);
     QCOMPARE(tle.line0, std::string("kept"));
+}
+
+void TestTleComposer::decimalsAreReadAsFromCharsReadsThem_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("catalog spelling") << QByteArray("15.66405366");
+    QTest::newRow("a tie at the eighth decimal") << QByteArray("15.123456785");
+    QTest::newRow("a tie that the double rounds up") << QByteArray("0.000000005");
+    QTest::newRow("point first") << QByteArray(".5");
+    QTest::newRow("point last") << QByteArray("5.");
+    QTest::newRow("whole number") << QByteArray("16");
+    QTest::newRow("fifteen digits") << QByteArray("1.23456789012345");
+    QTest::newRow("sixteen digits") << QByteArray("1.234567890123455");
+    QTest::newRow("zeros in front") << QByteArray("0000015.50000000");
+    QTest::newRow("exponent") << QByteArray("1.55e1");
+    QTest::newRow("plus sign") << QByteArray("+15.5");
+}
+
+void TestTleComposer::decimalsAreReadAsFromCharsReadsThem()
+{
+    QFETCH(QByteArray, text);
+    std::string const value = text.toStdString();
+    double number = 0.0;
+    std::size_t const start = value[0] == '+' ? 1 : 0;
+    std::from_chars(value.data() + start, value.data() + value.size(), number);
+    std::string expected;
+    QVERIFY(TLEComposer::meanMotionField(number, expected));
+
+    TLEComposer::Fields fields = _iss();
+    fields["MEAN_MOTION"] = value;
+    CheckerTLE::TLE tle;
+    std::string reason;
+    QVERIFY2(TLEComposer::compose(fields, tle, reason), reason.c_str());
+    QCOMPARE(tle.line2.substr(52, 11), expected);
 }
 
 QTEST_APPLESS_MAIN(TestTleComposer)

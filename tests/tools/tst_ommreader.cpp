@@ -17,6 +17,29 @@ QString _value(
     return value ? QString::fromStdString(*value) : QStringLiteral("(none)");
 }
 
+// The keywords of a full record, and the ISS set of the test data in them.
+QByteArray const _header = "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,"
+                           "RA_OF_ASC_NODE,ARG_OF_PERICENTER,MEAN_ANOMALY,EPHEMERIS_TYPE,"
+                           "CLASSIFICATION_TYPE,NORAD_CAT_ID,ELEMENT_SET_NO,REV_AT_EPOCH,BSTAR,"
+                           "MEAN_MOTION_DOT,MEAN_MOTION_DDOT";
+QByteArray const _iss = "ISS (ZARYA),1998-067A,2004-01-05T12:28:09.630623,15.66405366,0.0006431,"
+                        "51.6297,78.4979,344.6528,119.5204,0,U,25544,970,29264,0.00019085,"
+                        "0.00019728,0.0";
+
+// The sets of `records` one by one, a refused one as its reason.
+QStringList _composed(std::vector<TLEComposer::Fields> const &records)
+{
+    QStringList sets;
+    for (TLEComposer::Fields const &record : records) {
+        CheckerTLE::TLE tle;
+        std::string reason;
+        sets << QString::fromStdString(TLEComposer::compose(record, tle, reason)
+                ? tle.line0 + "\n" + tle.line1 + "\n" + tle.line2
+                : "refused: " + reason);
+    }
+    return sets;
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(OmmReader::Format)
@@ -30,6 +53,9 @@ private slots:
     void formIsToldByContent();
     void recordsKeepTheirValues_data();
     void recordsKeepTheirValues();
+    void csvSetsAreThoseOfItsRecords_data();
+    void csvSetsAreThoseOfItsRecords();
+    void malformedCsvRowLeavesNothingBehind();
 };
 
 void TestOmmReader::formIsToldByContent_data()
@@ -116,6 +142,71 @@ void TestOmmReader::recordsKeepTheirValues()
     QCOMPARE(int(records.size()), count);
     QCOMPARE(_value(records, 0, "OBJECT_NAME"), name);
     QCOMPARE(_value(records, 0, "MEAN_MOTION"), motion);
+}
+
+void TestOmmReader::csvSetsAreThoseOfItsRecords_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("refused");
+    QByteArray const withName = QByteArray(_iss).replace("ISS (ZARYA)", "\"ISS, \"\"A\"\"\"");
+    QTest::newRow("one row") << _header + "\n" + _iss + "\n" << 0;
+    QTest::newRow("quoted name, CR LF, blank lines")
+        << _header + "\r\n" + withName + "\r\n\r\n" + _iss << 0;
+    QTest::newRow("quoted cells past the first commas") << _header + "\n"
+            + QByteArray(_iss).replace("15.66405366", "\"15.66405366\"").replace(",0.0", ",\"0.0\"")
+                                                        << 0;
+    QTest::newRow("the first of a repeated column counts") << _header + ",OBJECT_NAME\n" + _iss
+            + ",OTHER\n" << 0;
+    QTest::newRow("blanks around values")
+        << _header + "\n" + QByteArray(_iss).replace(",15.66405366,", ", 15.66405366 ,") << 0;
+    QTest::newRow("exponent and long decimals") << _header + "\n"
+            + QByteArray(_iss)
+                  .replace("0.00019085", "1.9085e-4")
+                  .replace("51.6297", "51.62970000000000001")
+                                                << 0;
+    QTest::newRow("a refused row beside a converted one")
+        << _header + "\n" + QByteArray(_iss).replace("25544", "340000") + "\n" + _iss << 1;
+    QTest::newRow("a keyword without its column") << QByteArray(_header).replace(",BSTAR", "")
+            + "\n" + QByteArray(_iss).replace(",0.00019085", "")
+                                                  << 1;
+}
+
+void TestOmmReader::csvSetsAreThoseOfItsRecords()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, refused);
+    std::vector<TLEComposer::Fields> records;
+    std::string error;
+    QVERIFY2(OmmReader::read(content, records, error), error.c_str());
+    QStringList const expected = _composed(records);
+
+    std::vector<CheckerTLE::TLE> tles;
+    std::vector<std::string> refusals;
+    QVERIFY2(OmmReader::convert(content, tles, refusals, error), error.c_str());
+    QStringList converted;
+    for (CheckerTLE::TLE const &tle : tles)
+        converted << QString::fromStdString(tle.line0 + "\n" + tle.line1 + "\n" + tle.line2);
+    for (std::string const &refusal : refusals)
+        converted << "refused: "
+                + QString::fromStdString(refusal.substr(refusal.find(" is refused: ") + 13));
+    QStringList sorted = expected;
+    sorted.sort();
+    converted.sort();
+    QCOMPARE(converted, sorted);
+    QCOMPARE(int(refusals.size()), refused);
+}
+
+void TestOmmReader::malformedCsvRowLeavesNothingBehind()
+{
+    QByteArray const content
+        = _header + "\n" + _iss + "\n" + QByteArray(_iss).replace("25544", "340000") + "\n1,2\n";
+    std::vector<CheckerTLE::TLE> tles(1);
+    std::vector<std::string> refusals;
+    std::string error;
+    QVERIFY(!OmmReader::convert(content, tles, refusals, error));
+    QCOMPARE(tles.size(), std::size_t(1));
+    QVERIFY(refusals.empty());
+    QCOMPARE(error, std::string("malformed CSV: line 4 has 2 cells, the header 17"));
 }
 
 QTEST_APPLESS_MAIN(TestOmmReader)
