@@ -8,10 +8,6 @@
 #include <QJsonObject>
 #include <QXmlStreamReader>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -159,28 +155,11 @@ bool _isBlank(std::string_view line)
 }
 
 // The cells of a row without quotes, split at its commas; false at the first
-// quote. Sixteen bytes at a time where SSE2 is at hand, as the cells are a few
-// bytes long and a catalog has tens of thousands of rows.
+// quote. A byte at a time: the cells are too short for memchr to pay.
 bool _plainCells(std::string_view line, std::vector<std::string_view> &cells)
 {
     std::size_t from = 0;
-    std::size_t i = 0;
-#if defined(__SSE2__)
-    __m128i const comma = _mm_set1_epi8(',');
-    __m128i const quote = _mm_set1_epi8('"');
-    for (; i + 16 <= line.size(); i += 16) {
-        __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const *>(line.data() + i));
-        if (_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, quote)) != 0)
-            return false;
-        for (unsigned commas = unsigned(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, comma)));
-             commas != 0; commas &= commas - 1) {
-            std::size_t const at = i + std::size_t(__builtin_ctz(commas));
-            cells.emplace_back(line.data() + from, at - from);
-            from = at + 1;
-        }
-    }
-#endif
-    for (; i < line.size(); ++i) {
+    for (std::size_t i = 0; i < line.size(); ++i) {
         if (line[i] == '"')
             return false;
         if (line[i] == ',') {
