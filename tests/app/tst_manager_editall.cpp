@@ -196,21 +196,9 @@ void _answerAddItem(Modals &modals, const QString &item)
     });
 }
 
-// A directory dialog takes its current directory when no name is typed;
-// the name field may still hold the last part of a start directory that
-// does not exist, so it is emptied.
 void _answerDirectory(Modals &modals, const QString &dir)
 {
-    modals.handleWith([dir](QWidget *widget) {
-        auto *dialog = qobject_cast<QFileDialog *>(widget);
-        auto *name
-            = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
-        if (!name)
-            return _rejectUnexpected(widget, "a directory dialog");
-        dialog->setDirectory(dir);
-        name->clear();
-        static_cast<QDialog *>(dialog)->accept(); // QFileDialog::accept is protected
-    });
+    modals.handleWith([dir](QWidget *widget) { ModalAnswerer::acceptDirectoryDialog(widget, dir); });
 }
 
 // The control of the frame that the gesture uses; null when the frame has none.
