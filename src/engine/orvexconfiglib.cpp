@@ -9,6 +9,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QFileInfo>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -195,6 +196,21 @@ QTextCodec *_wideCodec(QByteArray const &data)
             return QTextCodec::codecForName(entry.codec);
     }
     return nullptr;
+}
+
+// ------------------------------------------------------------ opening files
+
+// Opens a file for reading only if it is a regular file, or a link to one. A
+// named pipe nobody writes would block the open for ever, a device such as
+// /dev/zero never ends, and a socket can't be opened at all: each of them is
+// refused before the open, as a file that can't be opened is. (The writer
+// keeps its plain open: a save onto a device is pinned as a success.)
+bool _openForReading(QFile &file)
+{
+    QFileInfo const info(file.fileName());
+    if (info.exists() && !info.isFile())
+        return false;
+    return file.open(QIODevice::ReadOnly);
 }
 
 // --------------------------------------------------------- reading files
@@ -494,7 +510,7 @@ int _readSchema(std::vector<std::string> &errors, ParameterComplex *&root, std::
 {
     QFile file(_toQString(xsdPath));
     // Not tested: a file that can't be opened fails the parse below.
-    (void)file.open(QIODevice::ReadOnly);
+    (void)_openForReading(file);
     QDomDocument document;
     if (!_parseDom(file, document)) {
         errors.push_back("XSD schema is not dom document");
@@ -644,7 +660,7 @@ std::string _hierarchy(Parameter const *node)
 int loadXML_knStruct(std::vector<std::string> &errors, ParameterComplex *&root, std::string const &xmlPath)
 {
     QFile file(_toQString(xmlPath));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!_openForReading(file)) {
         errors.push_back("XML is not opened");
         return 2;
     }
@@ -795,7 +811,7 @@ int _rec_createElements(std::vector<std::string> &errors, QDomElement &element, 
 int validateXSD(std::vector<std::string> &errors, std::string const &xsdPath)
 {
     QFile file(_toQString(xsdPath));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!_openForReading(file)) {
         errors.push_back("XSD schema is not opened");
         return 2;
     }
@@ -832,7 +848,7 @@ int validateXML(std::vector<std::string> &errors, std::string const &xsdPath, st
     // Read again without a look at the results: validateXSD has just
     // accepted the same file.
     QFile xsdFile(_toQString(xsdPath));
-    (void)xsdFile.open(QIODevice::ReadOnly);
+    (void)_openForReading(xsdFile);
     LocalFilesOnly network;
     QXmlSchema schema;
     schema.setNetworkAccessManager(&network);
@@ -845,7 +861,7 @@ int validateXML(std::vector<std::string> &errors, std::string const &xsdPath, st
     validator.setNetworkAccessManager(&network);
 
     QFile xmlFile(_toQString(xmlPath));
-    if (!xmlFile.open(QIODevice::ReadOnly)) {
+    if (!_openForReading(xmlFile)) {
         // The handler has heard nothing yet: the line says -1 twice.
         errors.push_back("XML is not opened");
         errors.push_back(_locationLine(handler.sourceLocation));
