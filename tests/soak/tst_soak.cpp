@@ -101,8 +101,10 @@ hostile::Snapshot _asReadBack(hostile::Snapshot values)
 
 // The line editors of texts, paths, addresses, passwords and keys take text
 // that the schema refuses (the reader takes no length, pattern or facet of a
-// named type, and their validators are looser or none), so a saved file may
-// fail the schema in those elements and nowhere else. Their key paths.
+// named type, and their validators are looser or none), and so does the add
+// dialog of every list, whose pattern is not the item type's (a number list
+// takes "1e5", which the model reads as 1 and keeps as typed). A saved file
+// may fail the schema in those elements and nowhere else. Their key paths.
 void _rec_looseElements(const Parameter *node, const QStringList &path, QList<QStringList> &loose)
 {
     static const QList<int> looseTypes = { ParameterSimple::String, ParameterSimple::Dirpath,
@@ -114,8 +116,9 @@ void _rec_looseElements(const Parameter *node, const QStringList &path, QList<QS
                 child, path + QStringList(QString::fromStdString(child->getParameterKey())), loose);
     } else if (const auto *simple = dynamic_cast<const ParameterSimple *>(node)) {
         // A choice is made with radio buttons, which offer only what the schema lists.
-        if (looseTypes.contains(simple->getSimpleType())
-            && simple->getFasets().kind != ParameterSimple::FasetEnumeration)
+        if (simple->getGlobalType() == Parameter::GlobalType::List
+            || (looseTypes.contains(simple->getSimpleType())
+                && simple->getFasets().kind != ParameterSimple::FasetEnumeration))
             loose << path;
     }
 }
