@@ -11,6 +11,9 @@
 //   ORVEX_SOAK_SEED     seed of the generator (a fixed one by default)
 //   ORVEX_SOAK_EVENTS   number of actions (1,500 by default)
 //   ORVEX_SOAK_MEMORY   every so many actions, print the rate and the memory
+//
+// A long run needs QtTest's limit of five minutes per test function raised,
+// e.g. QTEST_FUNCTION_TIMEOUT=86400000.
 
 #include "soak.h"
 
@@ -318,10 +321,12 @@ void TestSoak::windowKeepsItsStatesThroughRandomUserActions()
             problem = _checkSaves();
         if (!problem.isEmpty())
             return _fail(problem);
-        if (_memoryEvery > 0 && _done % _memoryEvery == 0)
+        if (_memoryEvery > 0 && _done % _memoryEvery == 0) {
             std::printf("soak: %d events, %.1f events/s, rss %lld kB, peak rss %lld kB\n", _done,
                 _done * 1000.0 / qMax<qint64>(1, clock.elapsed()), _procStatusKb("VmRSS:"),
                 _procStatusKb("VmHWM:"));
+            std::fflush(stdout);
+        }
     }
 }
 
