@@ -31,7 +31,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyle>
 #include <QTimer>
 #include <QtTest>
 
@@ -84,22 +83,6 @@ template <typename T> QList<T *> _usable(QWidget *page)
             found << widget;
     }
     return found;
-}
-
-QPushButton *_buttonOf(QWidget *parent, const QString &text)
-{
-    for (QPushButton *button : parent->findChildren<QPushButton *>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
-}
-
-void _clickIndicator(QAbstractButton *button, QStyle::PixelMetric metric)
-{
-    const int indicator = button->style()->pixelMetric(metric, nullptr, button);
-    QTest::mouseClick(
-        button, Qt::LeftButton, Qt::NoModifier, QPoint(indicator / 2 + 1, button->height() / 2));
 }
 
 void _rec_indexes(const QAbstractItemModel *model, const QModelIndex &parent, QModelIndexList &all)
@@ -314,7 +297,7 @@ void TestSoak::_toggleCheckBox()
     QCheckBox *box = _any(boxes);
     _trail << QStringLiteral("toggle \"%1\"").arg(box->text());
     _window->currentPage()->ensureWidgetVisible(box);
-    _clickIndicator(box, QStyle::PM_IndicatorWidth);
+    clickCheckBox(box);
 }
 
 void TestSoak::_chooseRadio()
@@ -326,7 +309,7 @@ void TestSoak::_chooseRadio()
     QRadioButton *radio = _any(radios);
     _trail << QStringLiteral("choose \"%1\"").arg(radio->text());
     _window->currentPage()->ensureWidgetVisible(radio);
-    _clickIndicator(radio, QStyle::PM_ExclusiveIndicatorWidth);
+    clickRadioButton(radio);
 }
 
 void TestSoak::_editList()
@@ -342,7 +325,7 @@ void TestSoak::_editList()
     switch (_pick(3)) {
     case 0: {
         _trail << QStringLiteral("list \"%1\": Add").arg(frame->toolTip());
-        QPushButton *add = _buttonOf(frame, QStringLiteral("Add"));
+        QPushButton *add = pushButton(frame, QStringLiteral("Add"));
         if (add)
             QTest::mouseClick(add, Qt::LeftButton);
         break;
@@ -359,7 +342,7 @@ void TestSoak::_editList()
         break;
     }
     default: {
-        QPushButton *remove = _buttonOf(frame, QStringLiteral("Delete"));
+        QPushButton *remove = pushButton(frame, QStringLiteral("Delete"));
         _trail << QStringLiteral("list \"%1\": Delete%2")
                       .arg(frame->toolTip(),
                           remove && remove->isEnabled() ? QString()
@@ -382,7 +365,7 @@ void TestSoak::_editTLEs()
     _window->currentPage()->ensureWidgetVisible(field);
     switch (_pick(4)) {
     case 0: {
-        QPushButton *clear = _buttonOf(frame, QStringLiteral("Clear"));
+        QPushButton *clear = pushButton(frame, QStringLiteral("Clear"));
         _trail << QStringLiteral("TLEs: Clear%1")
                       .arg(clear && clear->isEnabled() ? QString() : QStringLiteral(" (disabled)"));
         if (clear)
@@ -391,7 +374,7 @@ void TestSoak::_editTLEs()
     }
     case 1: {
         _trail << QStringLiteral("TLEs: Load from file..");
-        if (QPushButton *load = _buttonOf(frame, QStringLiteral("Load from file..")))
+        if (QPushButton *load = pushButton(frame, QStringLiteral("Load from file..")))
             QTest::mouseClick(load, Qt::LeftButton);
         break;
     }
@@ -602,7 +585,7 @@ void TestSoak::_answerNew(DialogNew *dialog)
         if (cancel)
             return dialog->reject();
         radios.at(index)->setChecked(true);
-        if (QPushButton *ok = _buttonOf(dialog, QStringLiteral("&Ok")))
+        if (QPushButton *ok = pushButton(dialog, QStringLiteral("&Ok")))
             ok->click();
     });
 }
@@ -615,7 +598,7 @@ void TestSoak::_answerAddItem(DialogAddItem *dialog)
     _finishLater(dialog, [dialog, text, ok] {
         if (auto *field = dialog->findChild<QLineEdit *>())
             typeText(field, text);
-        if (QPushButton *button = _buttonOf(dialog, QLatin1String(ok ? "&Ok" : "&Cancel")))
+        if (QPushButton *button = pushButton(dialog, QLatin1String(ok ? "&Ok" : "&Cancel")))
             button->click();
     });
 }
