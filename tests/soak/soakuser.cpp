@@ -135,6 +135,7 @@ void TestSoak::_makePool()
     for (const QString &name : { QStringLiteral("catalog-a.tle"), QStringLiteral("iss-crlf.tle"),
              QStringLiteral("verification-sets.tle") })
         _tleFiles << QStringLiteral(ORVEX_TEST_DATA_DIR "/tle/") + name;
+    // Not element sets at all: a configuration and binary garbage.
     _tleFiles << _pool.at(0) << _pool.at(5);
 }
 
@@ -166,10 +167,12 @@ QString TestSoak::_tleText()
         const int set = _pick(sets);
         QStringList record = _catalog.mid(set * 3, 3);
         switch (_pick(6)) {
-        case 0: // a wrong check digit
+        case 0: { // a wrong check digit
+            const bool zero = record[1].endsWith(QLatin1Char('0'));
             record[1].chop(1);
-            record[1] += QLatin1Char(record[1].endsWith(QLatin1Char('0')) ? '1' : '0');
+            record[1] += QLatin1Char(zero ? '1' : '0');
             break;
+        }
         case 1: // a line lost
             record.removeAt(1 + _pick(2));
             break;
