@@ -10,7 +10,9 @@
 # Each run starts from a copy of fuzz/corpus/<harness>; the checked-in corpus
 # is never written to. Runs, grown corpora, logs and any crashing input go to
 # build-fuzz/runs/<harness>-<date>/. The exit status is non-zero if a harness
-# found something (a crash, a hang, a sanitizer report or a broken check).
+# found something (a crash, a hang, a sanitizer report or a broken check); the
+# input that did it is also copied to fuzz/regressions/<harness>/, which the
+# test suite replays (tests/fuzz).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -75,6 +77,11 @@ for h in "${harnesses[@]}"; do
   if [ -n "$found" ]; then
     echo "!! $h found something (the log: $log):"
     echo "$found"
+    # Kept in the source tree, where tests/fuzz replays it from then on once
+    # it is committed.
+    mkdir -p "fuzz/regressions/$h"
+    while IFS= read -r input; do cp "$input" "fuzz/regressions/$h/"; done <<<"$found"
+    echo "!! kept in fuzz/regressions/$h/"
     status=1
   fi
 done

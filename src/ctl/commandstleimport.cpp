@@ -10,6 +10,8 @@
 #include "ctl/valuetext.h"
 #include "model/parameter.h"
 #include "tle/checkertle.h"
+#include "engine/readablefile.h"
+#include "engine/textconv.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -22,8 +24,8 @@ namespace {
 // 2 the file could not be read at all.
 int _importFile(std::string const &path, std::vector<CheckerTLE::TLE> &tles)
 {
-    QFile file(QString::fromUtf8(path.c_str()));
-    if (!file.open(QIODevice::ReadOnly)) {
+    QFile file(_toQString(path));
+    if (!_openForReading(file)) {
         Console::message(path + " cannot be read");
         return Console::Failure;
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "ctl/configvalidator.h"
+#include "engine/readablefile.h"
 #include "engine/textconv.h"
 
 #include <QAbstractMessageHandler>
@@ -59,7 +60,7 @@ ConfigValidator::~ConfigValidator() = default;
 bool ConfigValidator::loadSchema(std::string const &schemaPath)
 {
     QFile file(_qpath(schemaPath));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!_openForReading(file))
         return false;
     _schema.setMessageHandler(_handler.get());
     if (!_schema.load(&file, QUrl::fromLocalFile(file.fileName())) || !_schema.isValid())
@@ -74,9 +75,11 @@ FileVerdict ConfigValidator::validate(std::string const &path) const
     FileVerdict verdict;
     verdict.file = path;
     QFile file(_qpath(path));
-    if (QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly)) {
-        QString const reason
-            = QFileInfo(file).isDir() ? QStringLiteral("is a folder") : file.errorString();
+    if (!_openForReading(file)) {
+        QFileInfo const info(file);
+        QString const reason = info.isDir() ? QStringLiteral("is a folder")
+            : info.exists() && !info.isFile() ? QStringLiteral("is no regular file")
+                                              : file.errorString();
         verdict.findings.push_back({ 0, 0, "cannot be read: " + _utf8(reason) });
         return verdict;
     }

@@ -3,6 +3,7 @@
 
 #include "engine/orvexconfiglib.h"
 #include "engine/orvexconfiglib_p.h"
+#include "engine/readablefile.h"
 #include "engine/textconv.h"
 
 #include "model/parameter.h"
@@ -10,6 +11,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QFileInfo>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -468,7 +470,7 @@ int _readSchema(std::vector<std::string> &errors, ParameterComplex *&root, std::
 {
     QFile file(_toQString(xsdPath));
     // Not tested: a file that can't be opened fails the parse below.
-    (void)file.open(QIODevice::ReadOnly);
+    (void)_openForReading(file);
     QDomDocument document;
     if (!_parseDom(file, document)) {
         errors.push_back("XSD schema is not dom document");
@@ -618,7 +620,7 @@ std::string _hierarchy(Parameter const *node)
 int loadXML_knStruct(std::vector<std::string> &errors, ParameterComplex *&root, std::string const &xmlPath)
 {
     QFile file(_toQString(xmlPath));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!_openForReading(file)) {
         errors.push_back("XML is not opened");
         return 2;
     }
@@ -769,7 +771,7 @@ int _rec_createElements(std::vector<std::string> &errors, QDomElement &element, 
 int validateXSD(std::vector<std::string> &errors, std::string const &xsdPath)
 {
     QFile file(_toQString(xsdPath));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!_openForReading(file)) {
         errors.push_back("XSD schema is not opened");
         return 2;
     }
@@ -806,7 +808,7 @@ int validateXML(std::vector<std::string> &errors, std::string const &xsdPath, st
     // Read again without a look at the results: validateXSD has just
     // accepted the same file.
     QFile xsdFile(_toQString(xsdPath));
-    (void)xsdFile.open(QIODevice::ReadOnly);
+    (void)_openForReading(xsdFile);
     LocalFilesOnly network;
     QXmlSchema schema;
     schema.setNetworkAccessManager(&network);
@@ -819,7 +821,7 @@ int validateXML(std::vector<std::string> &errors, std::string const &xsdPath, st
     validator.setNetworkAccessManager(&network);
 
     QFile xmlFile(_toQString(xmlPath));
-    if (!xmlFile.open(QIODevice::ReadOnly)) {
+    if (!_openForReading(xmlFile)) {
         // The handler has heard nothing yet: the line says -1 twice.
         errors.push_back("XML is not opened");
         errors.push_back(_locationLine(handler.sourceLocation));

@@ -13,6 +13,7 @@
 #include "navigation/paramswidget.h"
 #include "navigation/paramtitle.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemModel>
 #include <QAction>
 #include <QApplication>
@@ -270,13 +271,7 @@ QAction *_action(const Manager *manager, const char *text)
 
 QPushButton *_button(const Control *control, const char *text)
 {
-    if (!control)
-        return nullptr;
-    for (QPushButton *button : control->findChildren<QPushButton *>()) {
-        if (button->text() == QLatin1String(text))
-            return button;
-    }
-    return nullptr;
+    return control ? pushButton(control, QLatin1String(text)) : nullptr;
 }
 
 void _rec_rowTexts(const QAbstractItemModel *model, const QModelIndex &parent, QStringList &texts)
@@ -440,11 +435,34 @@ bool showActive(QWidget *window)
     return QTest::qWaitForWindowActive(window);
 }
 
+namespace {
+
+void _clickIndicator(QAbstractButton *button, QStyle::PixelMetric metric)
+{
+    const int indicator = button->style()->pixelMetric(metric, nullptr, button);
+    QTest::mouseClick(
+        button, Qt::LeftButton, Qt::NoModifier, QPoint(indicator / 2 + 1, button->height() / 2));
+}
+
+} // namespace
+
 void clickCheckBox(QCheckBox *box)
 {
-    const int indicator = box->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box);
-    QTest::mouseClick(
-        box, Qt::LeftButton, Qt::NoModifier, QPoint(indicator / 2 + 1, box->height() / 2));
+    _clickIndicator(box, QStyle::PM_IndicatorWidth);
+}
+
+void clickRadioButton(QRadioButton *button)
+{
+    _clickIndicator(button, QStyle::PM_ExclusiveIndicatorWidth);
+}
+
+QPushButton *pushButton(const QWidget *parent, const QString &text)
+{
+    for (QPushButton *button : parent->findChildren<QPushButton *>()) {
+        if (button->text() == text)
+            return button;
+    }
+    return nullptr;
 }
 
 bool quitsApplication(const std::function<void()> &action)

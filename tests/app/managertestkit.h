@@ -34,6 +34,7 @@ class QCheckBox;
 class QLabel;
 class QMenu;
 class QPushButton;
+class QRadioButton;
 
 namespace ManagerTest {
 
@@ -171,6 +172,11 @@ bool showActive(QWidget *window);
 // A mouse click on the box's indicator, where a user clicks; the window
 // must be shown.
 void clickCheckBox(QCheckBox *box);
+// The same on a radio button's indicator.
+void clickRadioButton(QRadioButton *button);
+// The push button of that text among the children of parent; null when
+// there is none.
+QPushButton *pushButton(const QWidget *parent, const QString &text);
 
 // Runs action inside the application's event loop and tells whether it made
 // the application quit: QCoreApplication::exec() returned 0 and aboutToQuit

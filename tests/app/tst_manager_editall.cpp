@@ -26,7 +26,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyle>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -136,15 +135,6 @@ ParamSimple *_frame(ParamsArea *page, const QString &name)
     return nullptr;
 }
 
-QPushButton *_button(QWidget *frame, const QString &text)
-{
-    for (QPushButton *button : frame->findChildren<QPushButton *>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
-}
-
 QRadioButton *_radio(QWidget *frame, const QString &text)
 {
     for (QRadioButton *button : frame->findChildren<QRadioButton *>()) {
@@ -152,15 +142,6 @@ QRadioButton *_radio(QWidget *frame, const QString &text)
             return button;
     }
     return nullptr;
-}
-
-// On the indicator, where a user clicks.
-void _clickRadio(QRadioButton *button)
-{
-    const int indicator
-        = button->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, button);
-    QTest::mouseClick(
-        button, Qt::LeftButton, Qt::NoModifier, QPoint(indicator / 2 + 1, button->height() / 2));
 }
 
 void _selectAll(QWidget *widget)
@@ -188,7 +169,7 @@ void _answerAddItem(Modals &modals, const QString &item)
     modals.handleWith([item](QWidget *widget) {
         auto *dialog = qobject_cast<DialogAddItem *>(widget);
         QLineEdit *field = dialog ? dialog->findChild<QLineEdit *>() : nullptr;
-        QPushButton *ok = dialog ? _button(dialog, QStringLiteral("&Ok")) : nullptr;
+        QPushButton *ok = dialog ? pushButton(dialog, QStringLiteral("&Ok")) : nullptr;
         if (!field || !ok)
             return _rejectUnexpected(widget, "the add dialog");
         QTest::keyClicks(field, item);
@@ -196,21 +177,9 @@ void _answerAddItem(Modals &modals, const QString &item)
     });
 }
 
-// A directory dialog takes its current directory when no name is typed;
-// the name field may still hold the last part of a start directory that
-// does not exist, so it is emptied.
 void _answerDirectory(Modals &modals, const QString &dir)
 {
-    modals.handleWith([dir](QWidget *widget) {
-        auto *dialog = qobject_cast<QFileDialog *>(widget);
-        auto *name
-            = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
-        if (!name)
-            return _rejectUnexpected(widget, "a directory dialog");
-        dialog->setDirectory(dir);
-        name->clear();
-        static_cast<QDialog *>(dialog)->accept(); // QFileDialog::accept is protected
-    });
+    modals.handleWith([dir](QWidget *widget) { ModalAnswerer::acceptDirectoryDialog(widget, dir); });
 }
 
 // The control of the frame that the gesture uses; null when the frame has none.
@@ -243,7 +212,7 @@ QWidget *_perform(ParamSimple *frame, const UserEdit &edit, Modals &modals)
     case Gesture::Choose: {
         QRadioButton *button = _radio(frame, edit.input);
         if (button)
-            _clickRadio(button);
+            clickRadioButton(button);
         return button;
     }
     case Gesture::AddItem:
@@ -251,7 +220,7 @@ QWidget *_perform(ParamSimple *frame, const UserEdit &edit, Modals &modals)
     case Gesture::BrowseFile:
     case Gesture::BrowseDir: {
         const bool adds = edit.gesture == Gesture::AddItem || edit.gesture == Gesture::AddFile;
-        QPushButton *button = _button(frame, adds ? QStringLiteral("Add") : QStringLiteral("..."));
+        QPushButton *button = pushButton(frame, adds ? QStringLiteral("Add") : QStringLiteral("..."));
         if (!button)
             return nullptr;
         if (edit.gesture == Gesture::AddItem)

@@ -43,6 +43,43 @@ ModalAnswerer::Seen ModalAnswerer::describe(QWidget *modal)
     return s;
 }
 
+namespace {
+
+QLineEdit *_fileNameEdit(QWidget *modal)
+{
+    auto *dialog = qobject_cast<QFileDialog *>(modal);
+    auto *name = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
+    if (!name) {
+        qWarning("ModalAnswerer: expected a file dialog, got %s", modal->metaObject()->className());
+        if (auto *other = qobject_cast<QDialog *>(modal))
+            other->reject();
+    }
+    return name;
+}
+
+} // namespace
+
+bool ModalAnswerer::acceptFileDialog(QWidget *modal, const QString &path)
+{
+    QLineEdit *name = _fileNameEdit(modal);
+    if (!name)
+        return false;
+    name->setText(path);
+    QMetaObject::invokeMethod(modal, "accept", Qt::QueuedConnection);
+    return true;
+}
+
+bool ModalAnswerer::acceptDirectoryDialog(QWidget *modal, const QString &dir)
+{
+    QLineEdit *name = _fileNameEdit(modal);
+    if (!name)
+        return false;
+    static_cast<QFileDialog *>(modal)->setDirectory(dir);
+    name->clear();
+    static_cast<QDialog *>(modal)->accept(); // QFileDialog::accept is protected
+    return true;
+}
+
 void ModalAnswerer::pressButton(QMessageBox::StandardButton button)
 {
     handleWith([button](QWidget *w) {
@@ -117,11 +154,11 @@ void ModalAnswerer::handleWith(Handler handler)
 void ModalAnswerer::_poll()
 {
     QWidget *modal = QApplication::activeModalWidget();
-    if (!modal || !modal->isVisible() || modal == _last || _handlers.isEmpty())
+    if (!modal || !modal->isVisible() || modal == _last || (_handlers.isEmpty() && !_standing))
         return;
     _last = modal;
     _seen.append(describe(modal));
-    Handler h = _handlers.takeFirst();
+    Handler h = _handlers.isEmpty() ? _standing : _handlers.takeFirst();
     h(modal);
 }
 

@@ -55,6 +55,9 @@ public:
     void cancel();
     // Hands the next modal widget to a function of the test.
     void handleWith(Handler handler);
+    // Hands every modal widget for which no answer is armed to this function,
+    // for tests that can't tell in advance which boxes will come up.
+    void handleAllWith(Handler handler) { _standing = std::move(handler); }
 
     const QList<Seen> &seen() const { return _seen; }
     int pending() const { return _handlers.size(); }
@@ -67,6 +70,16 @@ public:
     QString report() const;
 
     static Seen describe(QWidget *modal);
+    // Types the whole path into a file dialog's name field and accepts it
+    // from the event loop, so that a box the dialog raises in accept() (the
+    // question about replacing a file) finds the answerer free to answer it.
+    // False, and the widget rejected, when it is no file dialog.
+    static bool acceptFileDialog(QWidget *modal, const QString &path);
+    // Accepts a directory dialog on this directory. A directory dialog takes
+    // its current directory when no name is typed; the name field may still
+    // hold the last part of a start directory that does not exist, so it is
+    // emptied. False, and the widget rejected, when it is no file dialog.
+    static bool acceptDirectoryDialog(QWidget *modal, const QString &dir);
 
 private:
     void _poll();
@@ -74,6 +87,7 @@ private:
 
     QTimer _timer;
     QList<Handler> _handlers;
+    Handler _standing;
     QList<Seen> _seen;
     QPointer<QWidget> _last;
 

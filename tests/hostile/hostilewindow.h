@@ -29,20 +29,7 @@ public:
     // dialog returns exactly this path wherever it stands.
     void choose(QString const &path)
     {
-        handleWith([path](QWidget *widget) {
-            auto *dialog = qobject_cast<QFileDialog *>(widget);
-            auto *name
-                = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
-            if (!name) {
-                if (auto *other = qobject_cast<QDialog *>(widget))
-                    other->reject();
-                return;
-            }
-            name->setText(path);
-            // Queued, so that a box the dialog raises in accept() (the question
-            // about replacing a file) finds the answerer free to answer it.
-            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
-        });
+        handleWith([path](QWidget *widget) { acceptFileDialog(widget, path); });
     }
 };
 
