@@ -59,6 +59,9 @@ char const *_past(char const *p, char const *end, char const *terminator)
 // values don't count.
 char const *_pastTag(char const *p, char const *end, bool *selfClosing)
 {
+    *selfClosing = false;
+    if (p >= end)
+        return end;
     // Most tags quote nothing: they end at the first '>'.
     auto const *const close = static_cast<char const *>(std::memchr(p, '>', std::size_t(end - p)));
     if (close && !std::memchr(p, '"', std::size_t(close - p)) && !std::memchr(p, '\'', std::size_t(close - p))) {
@@ -80,7 +83,6 @@ char const *_pastTag(char const *p, char const *end, bool *selfClosing)
         }
         last = c;
     }
-    *selfClosing = false;
     return end;
 }
 
