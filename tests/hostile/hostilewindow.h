@@ -7,6 +7,7 @@
 // rejects any modal widget that nobody expected, so that a wrong
 // expectation fails the case instead of hanging it.
 
+#include "app/manager.h"
 #include "modalanswerer.h"
 
 #include <QAction>
@@ -19,6 +20,7 @@
 #include <QPointer>
 #include <QStringList>
 #include <QTimer>
+#include <QtTest>
 
 namespace hostile {
 
@@ -48,6 +50,20 @@ inline QAction *action(QMainWindow const *window, QString const &text)
 inline QString caption(QString const &path)
 {
     return path + QStringLiteral(" - Orvex Config Manager");
+}
+
+// A start whose schema can't be opened: one "Open error" box saying so, and a
+// window without a schema.
+inline void verifyStartWithUnopenedSchema()
+{
+    Boxes boxes;
+    boxes.pressButton(QMessageBox::Ok);
+    Manager manager;
+    HOSTILE_VERIFY_BOXES_DONE(boxes);
+    QCOMPARE(boxes.seen().size(), 1);
+    QCOMPARE(boxes.seen().at(0).title, QStringLiteral("Open error"));
+    QCOMPARE(boxes.seen().at(0).text, QStringLiteral("XSD schema is not opened\n"));
+    QVERIFY(!manager.hasSchema());
 }
 
 } // namespace hostile

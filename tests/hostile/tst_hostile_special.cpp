@@ -238,14 +238,7 @@ void TestHostileSpecial::windowStartsWithNoSchemaWhenSchemaIsAPipe()
     QVERIFY(QFile::remove(_schemaPath()));
     QCOMPARE(::mkfifo(QFile::encodeName(_schemaPath()).constData(), 0600), 0);
 
-    Boxes boxes;
-    boxes.pressButton(QMessageBox::Ok);
-    Manager manager;
-    HOSTILE_VERIFY_BOXES_DONE(boxes);
-    QCOMPARE(boxes.seen().size(), 1);
-    QCOMPARE(boxes.seen().at(0).title, QStringLiteral("Open error"));
-    QCOMPARE(boxes.seen().at(0).text, QStringLiteral("XSD schema is not opened\n"));
-    QVERIFY(!manager.hasSchema());
+    verifyStartWithUnopenedSchema();
 }
 
 void TestHostileSpecial::orvexctlRefusesConfigurationThatIsNoRegularFile_data()

@@ -125,14 +125,7 @@ void TestHostileStartup::schemaAtAPathThatIsADirectoryShowsOpenError()
     QVERIFY(QFile::remove(_schemaPath()));
     QVERIFY(QDir().mkdir(_schemaPath()));
 
-    Boxes boxes;
-    boxes.pressButton(QMessageBox::Ok);
-    Manager manager;
-    HOSTILE_VERIFY_BOXES_DONE(boxes);
-    QCOMPARE(boxes.seen().size(), 1);
-    QCOMPARE(boxes.seen().at(0).title, QStringLiteral("Open error"));
-    QCOMPARE(boxes.seen().at(0).text, QStringLiteral("XSD schema is not opened\n"));
-    QVERIFY(!manager.hasSchema());
+    verifyStartWithUnopenedSchema();
 }
 
 void TestHostileStartup::schemaImportingRemoteLocationStartsWithoutNetwork()
