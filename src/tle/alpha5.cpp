@@ -19,15 +19,22 @@ bool _isDigit(char c)
 
 bool Alpha5::encode(long number, std::string &field)
 {
+    char text[5];
+    if (!encode(number, text))
+        return false;
+    field.assign(text, sizeof text);
+    return true;
+}
+
+bool Alpha5::encode(long number, char *field)
+{
     if (number < 0 || number > highest)
         return false;
     long const head = number / 10000;
-    std::string text(5, '0');
-    text[0] = head < 10 ? char('0' + head) : _letters[head - 10];
+    field[0] = head < 10 ? char('0' + head) : _letters[head - 10];
     long rest = number % 10000;
     for (int i = 4; i >= 1; --i, rest /= 10)
-        text[i] = char('0' + rest % 10);
-    field = text;
+        field[i] = char('0' + rest % 10);
     return true;
 }
 

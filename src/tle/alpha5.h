@@ -16,6 +16,8 @@ public:
     // The five columns of `number`, digits padded with zeros below 100000.
     // False, `field` untouched, for a negative number or one above `highest`.
     static bool encode(long number, std::string &field);
+    // The same into the five bytes at `field`, for writers of whole lines.
+    static bool encode(long number, char *field);
     // The number of a five-column field in either form; -1 when the field is
     // neither five digits nor a letter of the code and four digits.
     static long decode(std::string const &field);

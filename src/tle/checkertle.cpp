@@ -4,6 +4,7 @@
 #include "tle/checkertle.h"
 
 #include "tle/get_el.h"
+#include "tle/settext.h"
 
 #include <cstdio>
 #include <cstring>
@@ -126,14 +127,7 @@ std::size_t _textSize(std::vector<CheckerTLE::TLE> const &tles)
 
 void _appendSet(std::string &text, CheckerTLE::TLE const &tle)
 {
-    // An empty name writes nothing, not even an empty line.
-    if (!tle.line0.empty()) {
-        text += tle.line0;
-        text += '\n';
-    }
-    text += tle.line1;
-    text += '\n';
-    text += tle.line2;
+    _appendSetText(text, tle.line0, tle.line1, tle.line2);
 }
 
 void _cannotRead(std::vector<std::string> &messages, std::string const &fileName)

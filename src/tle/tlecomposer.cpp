@@ -5,6 +5,7 @@
 
 #include "tle/alpha5.h"
 #include "tle/get_el.h"
+#include "tle/settext.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,12 +19,12 @@ namespace {
 // The longest name that the checker reads as a name line.
 constexpr std::size_t _longestName = 68;
 
-bool _isBlank(char c)
+inline bool _isBlank(char c)
 {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-std::string_view _trimmed(std::string_view text)
+inline std::string_view _trimmed(std::string_view text)
 {
     while (!text.empty() && _isBlank(text.front()))
         text.remove_prefix(1);
@@ -95,15 +96,13 @@ int _daysIn(int year)
 int _dayOfYear(int year, int month, int day)
 {
     static int const lengths[] = { 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31 };
+    static int const before[] = { 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334 };
     if (month < 1 || month > 12 || day < 1)
         return 0;
-    int const length = lengths[month - 1] + (month == 2 && _isLeap(year) ? 1 : 0);
-    if (day > length)
+    int const leapDay = _isLeap(year) ? 1 : 0;
+    if (day > lengths[month - 1] + (month == 2 ? leapDay : 0))
         return 0;
-    int before = 0;
-    for (int m = 1; m < month; ++m)
-        before += lengths[m - 1] + (m == 2 && _isLeap(year) ? 1 : 0);
-    return before + day;
+    return before[month - 1] + (month > 2 ? leapDay : 0) + day;
 }
 
 // Nanoseconds since midnight of "HH:MM:SS[.fraction]"; -1 when unreadable.
@@ -244,6 +243,45 @@ bool _putMeanMotion(double value, char *at)
     return _putFixed(value, 8, 11, at);
 }
 
+// A decimal written as a field writes it: an optional minus, whole digits
+// without zeros in front, a point and exactly `decimals` decimals. Reading
+// such a text and rounding it to its own decimals gives back its digits, so
+// the fields below copy it as it stands; a catalog writes its numbers so.
+bool _isWrittenWith(std::string_view text, std::size_t decimals)
+{
+    std::size_t const sign = !text.empty() && text[0] == '-' ? 1 : 0;
+    if (text.size() < sign + decimals + 2)
+        return false;
+    std::size_t const point = text.size() - decimals - 1;
+    return text[point] == '.' && (point == sign + 1 || text[sign] != '0')
+        && _isDigits(text, sign, point - sign) && _isDigits(text, point + 1, decimals);
+}
+
+bool _copyRate(std::string_view text, char *at)
+{
+    bool const negative = text[0] == '-';
+    std::string_view const digits = text.substr(negative ? 1 : 0);
+    if (digits.size() != 10 || digits[0] != '0')
+        return false;
+    at[0] = negative ? '-' : ' ';
+    std::memcpy(at + 1, digits.data() + 1, 9);
+    return true;
+}
+
+bool _copyEccentricity(std::string_view text, char *at)
+{
+    if (text.size() != 9 || text[0] != '0')
+        return false;
+    std::memcpy(at, text.data() + 2, 7);
+    return true;
+}
+
+// Degrees and revolutions per day know no sign.
+template <std::size_t width> bool _copyRight(std::string_view text, char *at)
+{
+    return text[0] != '-' && _putRight(text, width, at);
+}
+
 bool _putInteger(long value, std::size_t width, char *at)
 {
     if (value < 0)
@@ -322,12 +360,24 @@ public:
         std::string_view const value = text(key, fallback);
         if (!ok())
             return 0;
+        // Digits alone, as a catalog writes them, need no from_chars.
+        if (!value.empty() && value.size() <= 9 && _isDigits(value, 0, value.size()))
+            return _number(value, 0, value.size());
         long number = 0;
         char const *end = value.data() + value.size();
         auto const result = std::from_chars(value.data(), end, number);
         if (value.empty() || result.ec != std::errc() || result.ptr != end)
             _fail(_name(key) + " \"" + std::string(value) + "\" is not a whole number");
         return number;
+    }
+
+    // The trimmed text of a keyword that the record has and that is written
+    // with `decimals` decimals; empty for any other.
+    std::string_view written(Keyword key, std::size_t decimals) const
+    {
+        std::optional<std::string_view> const &value = _values[key];
+        std::string_view const text = value ? _trimmed(*value) : std::string_view();
+        return _isWrittenWith(text, decimals) ? text : std::string_view();
     }
 
     // Writes a field, or fails naming the keyword and its value.
@@ -349,6 +399,19 @@ private:
     TLEComposer::Values const &_values;
     std::string _reason;
 };
+
+// A field of `decimals` decimals: a text already written so is copied by
+// `copy`; any other text, or one that `copy` can't place, goes through its
+// number and `put`, which also finds the fault of a value that doesn't fit.
+template <typename Copy, typename Put>
+void _decimalField(
+    _Reader &reader, Keyword key, std::size_t decimals, char *at, Copy const &copy, Put const &put)
+{
+    std::string_view const text = reader.written(key, decimals);
+    if (reader.ok() && !text.empty() && copy(text, at))
+        return;
+    reader.field(put(reader.decimal(key), at), key);
+}
 
 // Eight columns: "98067A  ".
 bool _putDesignator(std::string_view objectId, char *at)
@@ -378,7 +441,10 @@ bool _putEpoch(std::string_view epoch, char *at)
     std::string_view text = _trimmed(epoch);
     if (!text.empty() && text.back() == 'Z')
         text.remove_suffix(1);
-    std::size_t const t = text.find('T');
+    // "yyyy-mm-ddT" or "yyyy-dddT": the T stands at 10 or 8, or nowhere that counts.
+    std::size_t const t = text.size() > 10 && text[10] == 'T' ? 10
+        : text.size() > 8 && text[8] == 'T'                   ? 8
+                                                              : std::string_view::npos;
     if (t == std::string_view::npos || !_isDigits(text, 0, 4) || text.size() < 5 || text[4] != '-')
         return false;
     int year = _number(text, 0, 4);
@@ -413,7 +479,7 @@ bool _putEpoch(std::string_view epoch, char *at)
     return true;
 }
 
-bool _nameLine(_Reader &reader, std::string &name)
+bool _nameLine(_Reader &reader, std::string_view &name)
 {
     name = reader.text(TLEComposer::ObjectName);
     if (!reader.ok())
@@ -435,15 +501,11 @@ bool _nameLine(_Reader &reader, std::string &name)
 bool _putCatalog(_Reader &reader, char *at)
 {
     long const number = reader.whole(TLEComposer::NoradCatId);
-    std::string field;
-    if (reader.ok() && !Alpha5::encode(number, field))
+    if (reader.ok() && !Alpha5::encode(number, at))
         reader.fail("NORAD_CAT_ID " + std::to_string(number) + " is "
             + (number < 0 ? std::string("negative")
                           : "above 339999, the last number of the Alpha-5 form"));
-    if (!reader.ok())
-        return false;
-    std::memcpy(at, field.data(), 5);
-    return true;
+    return reader.ok();
 }
 
 // One printable byte: the classification letter or the ephemeris type digit.
@@ -452,20 +514,35 @@ bool _oneByte(std::string_view text)
     return text.size() == 1 && text[0] > ' ' && text[0] <= 'z';
 }
 
-// The line with its check digit, from the 69 columns written.
-std::string _finished(char const (&columns)[69])
+// The check digit at index 68 of a line of 69 bytes, read up to the one after.
+void _putCheckDigit(char *line)
 {
-    std::string line(columns, sizeof columns);
-    TLEComposer::setCheckDigit(line);
-    return line;
+    // With "0" as check digit, tle_checksum gives the sum modulo 10 itself.
+    line[68] = '0';
+    line[68] = char('0' + tle_checksum(line));
 }
 
-// The columns between the fields are blanks, but for the line number.
-bool _line1(_Reader &reader, std::string &line)
+// The set of one record as written: the name a view into the record, each
+// data line its 69 columns and a NUL, as tle_checksum reads a line.
+struct _Set
 {
-    char columns[69];
-    std::memset(columns, ' ', sizeof columns);
-    columns[0] = '1';
+    std::string_view name;
+    char line1[70];
+    char line2[70];
+};
+
+// The columns of a data line: blanks, but for the line number.
+char *_blankLine(char (&columns)[70], char number)
+{
+    std::memset(columns, ' ', 69);
+    columns[0] = number;
+    columns[69] = '\0';
+    return columns;
+}
+
+bool _line1(_Reader &reader, char (&line)[70])
+{
+    char *const columns = _blankLine(line, '1');
     _putCatalog(reader, columns + 2);
     std::string_view const classification = reader.text(TLEComposer::ClassificationType, "U");
     if (reader.ok() && !_oneByte(classification))
@@ -475,8 +552,7 @@ bool _line1(_Reader &reader, std::string &line)
     reader.field(
         _putDesignator(reader.text(TLEComposer::ObjectId), columns + 9), TLEComposer::ObjectId);
     reader.field(_putEpoch(reader.text(TLEComposer::Epoch), columns + 18), TLEComposer::Epoch);
-    reader.field(_putRate(reader.decimal(TLEComposer::MeanMotionDot), columns + 33),
-        TLEComposer::MeanMotionDot);
+    _decimalField(reader, TLEComposer::MeanMotionDot, 8, columns + 33, _copyRate, _putRate);
     reader.field(_putExponent(reader.decimal(TLEComposer::MeanMotionDdot), columns + 44),
         TLEComposer::MeanMotionDdot);
     reader.field(
@@ -489,33 +565,41 @@ bool _line1(_Reader &reader, std::string &line)
         TLEComposer::ElementSetNo);
     if (!reader.ok())
         return false;
-    line = _finished(columns);
+    _putCheckDigit(columns);
     return true;
 }
 
-bool _line2(_Reader &reader, std::string_view catalog, std::string &line)
+bool _line2(_Reader &reader, char const *catalog, char (&line)[70])
 {
-    char columns[69];
-    std::memset(columns, ' ', sizeof columns);
-    columns[0] = '2';
-    std::memcpy(columns + 2, catalog.data(), 5);
-    reader.field(
-        _putAngle(reader.decimal(TLEComposer::Inclination), columns + 8), TLEComposer::Inclination);
-    reader.field(_putAngle(reader.decimal(TLEComposer::RaOfAscNode), columns + 17),
-        TLEComposer::RaOfAscNode);
-    reader.field(_putEccentricity(reader.decimal(TLEComposer::Eccentricity), columns + 26),
-        TLEComposer::Eccentricity);
-    reader.field(_putAngle(reader.decimal(TLEComposer::ArgOfPericenter), columns + 34),
-        TLEComposer::ArgOfPericenter);
-    reader.field(_putAngle(reader.decimal(TLEComposer::MeanAnomaly), columns + 43),
-        TLEComposer::MeanAnomaly);
-    reader.field(_putMeanMotion(reader.decimal(TLEComposer::MeanMotion), columns + 52),
-        TLEComposer::MeanMotion);
+    char *const columns = _blankLine(line, '2');
+    std::memcpy(columns + 2, catalog, 5);
+    _decimalField(reader, TLEComposer::Inclination, 4, columns + 8, _copyRight<8>, _putAngle);
+    _decimalField(reader, TLEComposer::RaOfAscNode, 4, columns + 17, _copyRight<8>, _putAngle);
+    _decimalField(reader, TLEComposer::Eccentricity, 7, columns + 26, _copyEccentricity,
+        _putEccentricity);
+    _decimalField(
+        reader, TLEComposer::ArgOfPericenter, 4, columns + 34, _copyRight<8>, _putAngle);
+    _decimalField(reader, TLEComposer::MeanAnomaly, 4, columns + 43, _copyRight<8>, _putAngle);
+    _decimalField(
+        reader, TLEComposer::MeanMotion, 8, columns + 52, _copyRight<11>, _putMeanMotion);
     reader.field(_putInteger(reader.whole(TLEComposer::RevAtEpoch), 5, columns + 63),
         TLEComposer::RevAtEpoch);
     if (!reader.ok())
         return false;
-    line = _finished(columns);
+    _putCheckDigit(columns);
+    return true;
+}
+
+// The set of one record; false with the reason when it can't be written.
+bool _compose(TLEComposer::Values const &values, _Set &set, std::string &reason)
+{
+    _Reader reader(values);
+    if (_nameLine(reader, set.name) && _line1(reader, set.line1))
+        _line2(reader, set.line1 + 2, set.line2);
+    if (!reader.ok()) {
+        reason = reader.reason();
+        return false;
+    }
     return true;
 }
 
@@ -550,15 +634,21 @@ bool TLEComposer::compose(Fields const &fields, CheckerTLE::TLE &tle, std::strin
 
 bool TLEComposer::compose(Values const &values, CheckerTLE::TLE &tle, std::string &reason)
 {
-    _Reader reader(values);
-    std::string name, line1, line2;
-    if (_nameLine(reader, name) && _line1(reader, line1))
-        _line2(reader, std::string_view(line1).substr(2, 5), line2);
-    if (!reader.ok()) {
-        reason = reader.reason();
+    _Set set;
+    if (!_compose(values, set, reason))
         return false;
-    }
-    tle = { std::move(name), std::move(line1), std::move(line2) };
+    tle = { std::string(set.name), std::string(set.line1, 69), std::string(set.line2, 69) };
+    return true;
+}
+
+bool TLEComposer::appendSet(Values const &values, std::string &text, std::string &reason)
+{
+    _Set set;
+    if (!_compose(values, set, reason))
+        return false;
+    if (!text.empty())
+        text += "\n\n";
+    _appendSetText(text, set.name, std::string_view(set.line1, 69), std::string_view(set.line2, 69));
     return true;
 }
 
@@ -611,7 +701,6 @@ bool TLEComposer::integerField(long value, int width, std::string &field)
 
 void TLEComposer::setCheckDigit(std::string &line)
 {
-    // With "0" as check digit, tle_checksum gives the sum modulo 10 itself.
-    line[68] = '0';
-    line[68] = char('0' + tle_checksum(line.c_str()));
+    // data() of a string of 69 bytes ends with a NUL at index 69.
+    _putCheckDigit(line.data());
 }

@@ -60,6 +60,11 @@ public:
     // The same from the values of the keywords: readers that find the columns
     // once, such as CSV's, compose without building a record.
     static bool compose(Values const &values, CheckerTLE::TLE &tle, std::string &reason);
+    // The set of one record appended to `text` as the TLE list writes its
+    // sets, behind two line feeds when `text` holds sets already: a catalog of
+    // tens of thousands goes into one text without a set of strings each.
+    // False, `text` untouched and the reason in `reason`, as for compose.
+    static bool appendSet(Values const &values, std::string &text, std::string &reason);
 
     // The fields below write one TLE field each; false, `field` untouched, when
     // the value can't be written in its columns.

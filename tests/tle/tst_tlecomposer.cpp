@@ -56,6 +56,7 @@ private slots:
     void edgeValuesGiveWellFormedLines();
     void recordIsRefusedWithItsReason_data();
     void recordIsRefusedWithItsReason();
+    void setsGoIntoOneTextAsTheListWritesThem();
 };
 
 void TestTleComposer::epochIsRoundedToTheNearestAndCarried_data()
@@ -386,36 +387,119 @@ void TestTleComposer::recordIsRefusedWithItsReason()
 
 void TestTleComposer::decimalsAreReadAsFromCharsReadsThem_data()
 {
+    // A text that already has the field's decimals is copied as it stands;
+    // every spelling must give what its number gives through the field.
+    QTest::addColumn<QByteArray>("keyword");
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("catalog spelling") << QByteArray("15.66405366");
-    QTest::newRow("a tie at the eighth decimal") << QByteArray("15.123456785");
-    QTest::newRow("a tie that the double rounds up") << QByteArray("0.000000005");
-    QTest::newRow("point first") << QByteArray(".5");
-    QTest::newRow("point last") << QByteArray("5.");
-    QTest::newRow("whole number") << QByteArray("16");
-    QTest::newRow("fifteen digits") << QByteArray("1.23456789012345");
-    QTest::newRow("sixteen digits") << QByteArray("1.234567890123455");
-    QTest::newRow("zeros in front") << QByteArray("0000015.50000000");
-    QTest::newRow("exponent") << QByteArray("1.55e1");
-    QTest::newRow("plus sign") << QByteArray("+15.5");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<Field>("field");
+    auto const motion = [](char const *name, char const *text) {
+        QTest::newRow(name) << QByteArray("MEAN_MOTION") << QByteArray(text) << 2 << 52
+                            << Field(&TLEComposer::meanMotionField);
+    };
+    motion("catalog spelling", "15.66405366");
+    motion("a tie at the eighth decimal", "15.123456785");
+    motion("a tie that the double rounds up", "0.000000005");
+    motion("point first", ".5");
+    motion("point last", "5.");
+    motion("whole number", "16");
+    motion("fifteen digits", "1.23456789012345");
+    motion("sixteen digits", "1.234567890123455");
+    motion("zeros in front", "0000015.50000000");
+    motion("exponent", "1.55e1");
+    motion("plus sign", "+15.5");
+    motion("mean motion below one", "0.99999999");
+    motion("mean motion too wide", "123.00000000");
+    motion("negative mean motion", "-15.66405366");
+    auto const angle = [](char const *name, char const *keyword, int column, char const *text) {
+        QTest::newRow(name) << QByteArray(keyword) << QByteArray(text) << 2 << column
+                            << Field(&TLEComposer::angleField);
+    };
+    angle("inclination as written", "INCLINATION", 8, "51.6297");
+    angle("inclination with a zero in front", "INCLINATION", 8, "051.6297");
+    angle("inclination with a fifth decimal", "INCLINATION", 8, "51.62975");
+    angle("inclination of zero", "INCLINATION", 8, "0.0000");
+    angle("inclination of minus zero", "INCLINATION", 8, "-0.0000");
+    angle("negative inclination", "INCLINATION", 8, "-51.6297");
+    angle("node as written", "RA_OF_ASC_NODE", 17, "359.9999");
+    angle("node too wide", "RA_OF_ASC_NODE", 17, "1359.9999");
+    angle("perigee as written", "ARG_OF_PERICENTER", 34, "344.6528");
+    angle("perigee with a plus sign", "ARG_OF_PERICENTER", 34, "+344.6528");
+    angle("anomaly as written", "MEAN_ANOMALY", 43, "119.5204");
+    angle("anomaly as an exponent", "MEAN_ANOMALY", 43, "1.195204e2");
+    auto const eccentricity = [](char const *name, char const *text) {
+        QTest::newRow(name) << QByteArray("ECCENTRICITY") << QByteArray(text) << 2 << 26
+                            << Field(&TLEComposer::eccentricityField);
+    };
+    eccentricity("eccentricity as written", "0.0006431");
+    eccentricity("eccentricity near one", "0.9999999");
+    eccentricity("eccentricity of one", "1.0000000");
+    eccentricity("eccentricity with the point first", ".0006431");
+    eccentricity("eccentricity with two zeros in front", "00.0006431");
+    auto const rate = [](char const *name, char const *text) {
+        QTest::newRow(name) << QByteArray("MEAN_MOTION_DOT") << QByteArray(text) << 1 << 33
+                            << Field(&TLEComposer::rateField);
+    };
+    rate("rate as written", "0.00019728");
+    rate("negative rate as written", "-0.00000036");
+    rate("rate of minus zero", "-0.00000000");
+    rate("rate with the point first", "-.00000036");
+    rate("rate of one", "1.00000000");
+    rate("rate as an exponent", "1.9728e-4");
 }
 
 void TestTleComposer::decimalsAreReadAsFromCharsReadsThem()
 {
+    QFETCH(QByteArray, keyword);
     QFETCH(QByteArray, text);
+    QFETCH(int, line);
+    QFETCH(int, column);
+    QFETCH(Field, field);
     std::string const value = text.toStdString();
     double number = 0.0;
     std::size_t const start = value[0] == '+' ? 1 : 0;
     std::from_chars(value.data() + start, value.data() + value.size(), number);
     std::string expected;
-    QVERIFY(TLEComposer::meanMotionField(number, expected));
+    bool const fits = field(number, expected);
 
     TLEComposer::Fields fields = _iss();
-    fields["MEAN_MOTION"] = value;
+    fields[keyword.toStdString()] = value;
     CheckerTLE::TLE tle;
     std::string reason;
-    QVERIFY2(TLEComposer::compose(fields, tle, reason), reason.c_str());
-    QCOMPARE(tle.line2.substr(52, 11), expected);
+    QCOMPARE(TLEComposer::compose(fields, tle, reason), fits);
+    if (fits)
+        QCOMPARE((line == 1 ? tle.line1 : tle.line2).substr(column, expected.size()), expected);
+    else
+        QCOMPARE(reason, keyword.toStdString() + " " + value + " does not fit its columns");
+}
+
+void TestTleComposer::setsGoIntoOneTextAsTheListWritesThem()
+{
+    TLEComposer::Fields unnamed = _iss();
+    unnamed["OBJECT_NAME"] = "";
+    TLEComposer::Fields refused = _iss();
+    refused["NORAD_CAT_ID"] = "340000";
+    TLEComposer::Fields alpha5 = _iss();
+    alpha5["NORAD_CAT_ID"] = "100000";
+    std::vector<CheckerTLE::TLE> sets;
+    std::string text;
+    for (TLEComposer::Fields const &fields : { _iss(), unnamed, refused, alpha5 }) {
+        CheckerTLE::TLE tle;
+        std::string reason;
+        std::string const before = text;
+        bool const composed = TLEComposer::compose(fields, tle, reason);
+        QCOMPARE(TLEComposer::appendSet(TLEComposer::values(fields), text, reason), composed);
+        if (composed)
+            sets.push_back(tle);
+        else
+            QCOMPARE(text, before);
+    }
+    QCOMPARE(sets.size(), std::size_t(3));
+    std::vector<std::string> messages;
+    std::string written;
+    CheckerTLE::TLEs2text(messages, written, sets, false);
+    QCOMPARE(text, written);
 }
 
 QTEST_APPLESS_MAIN(TestTleComposer)
