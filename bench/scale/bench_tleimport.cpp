@@ -10,7 +10,6 @@
 #include "benchkit.h"
 
 #include "ctl/ommreader.h"
-#include "tle/checkertle.h"
 
 #include <QByteArray>
 #include <QJsonArray>
@@ -106,15 +105,12 @@ QByteArray _json(const std::vector<Record> &records)
 // the text of the sets. The number of sets.
 std::size_t _import(const QByteArray &content)
 {
-    std::vector<CheckerTLE::TLE> tles;
+    std::string text;
+    std::size_t sets = 0;
     std::vector<std::string> refusals;
     std::string error;
-    if (!OmmReader::convert(content, tles, refusals, error))
-        return 0;
-    std::vector<std::string> messages;
-    std::string text;
-    CheckerTLE::TLEs2text(messages, text, tles, false);
-    return tles.size();
+    OmmReader::convert(content, text, sets, refusals, error);
+    return sets;
 }
 
 std::size_t _xmlFloor(const QByteArray &content)

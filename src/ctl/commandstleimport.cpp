@@ -9,7 +9,6 @@
 #include "ctl/ommreader.h"
 #include "ctl/valuetext.h"
 #include "model/parameter.h"
-#include "tle/checkertle.h"
 #include "engine/readablefile.h"
 #include "engine/textconv.h"
 
@@ -20,9 +19,9 @@
 
 namespace {
 
-// The sets of one file, appended to `tles`. 0 all converted, 1 some refused,
-// 2 the file could not be read at all.
-int _importFile(std::string const &path, std::vector<CheckerTLE::TLE> &tles)
+// The sets of one file, appended to `text` and counted in `sets`. 0 all
+// converted, 1 some refused, 2 the file could not be read at all.
+int _importFile(std::string const &path, std::string &text, std::size_t &sets)
 {
     QFile file(_toQString(path));
     if (!_openForReading(file)) {
@@ -31,7 +30,7 @@ int _importFile(std::string const &path, std::vector<CheckerTLE::TLE> &tles)
     }
     std::vector<std::string> refusals;
     std::string error;
-    if (!OmmReader::convert(file.readAll(), tles, refusals, error)) {
+    if (!OmmReader::convert(file.readAll(), text, sets, refusals, error)) {
         Console::message(path + ": " + error);
         return Console::Failure;
     }
@@ -91,11 +90,12 @@ int runTleImport(Arguments const &args)
         pathText = files.back();
         files.pop_back();
     }
-    std::vector<CheckerTLE::TLE> tles;
+    std::string text;
+    std::size_t sets = 0;
     int status = Console::Ok;
     std::size_t unreadable = 0;
     for (std::string const &file : files) {
-        int const fileStatus = _importFile(file, tles);
+        int const fileStatus = _importFile(file, text, sets);
         // A file that can't be read is a remark while another one could.
         unreadable += fileStatus == Console::Failure ? 1 : 0;
         status = Console::worse(status, std::min<int>(fileStatus, Console::Remarks));
@@ -103,19 +103,16 @@ int runTleImport(Arguments const &args)
     if (unreadable == files.size())
         return Console::Failure;
 
-    std::vector<std::string> unused;
-    std::string text;
-    CheckerTLE::TLEs2text(unused, text, tles, false);
     if (args.isSet("--output")) {
-        if (!_writeOut(args.value("--output"), tles.empty() ? text : text + "\n"))
+        if (!_writeOut(args.value("--output"), sets == 0 ? text : text + "\n"))
             return Console::Failure;
-    } else if (!into && !tles.empty()) {
+    } else if (!into && sets > 0) {
         Console::print(text);
     }
     if (!into)
         return status;
     std::string const &config = args.value("--into");
-    if (tles.empty()) {
+    if (sets == 0) {
         Console::message("tle-import: no set was converted; " + config + " is left as it was");
         return status;
     }

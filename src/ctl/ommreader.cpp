@@ -12,6 +12,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <functional>
 #include <string_view>
 
@@ -154,20 +156,40 @@ bool _isBlank(std::string_view line)
     return line.find_first_not_of(" \t\n\v\f\r") == std::string_view::npos;
 }
 
-// The cells of a row without quotes, split at its commas; false at the first
-// quote. A byte at a time: the cells are too short for memchr to pay.
-bool _plainCells(std::string_view line, std::vector<std::string_view> &cells)
+// Hands the cells of a row without quotes to `cell`, split at its commas;
+// false at the first quote, when some cells may have been handed already.
+template <typename Cell> bool _eachPlainCell(std::string_view line, Cell &&cell)
 {
     std::size_t from = 0;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"')
+    std::size_t at = 0;
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    // Eight bytes at a time where the machine reads a word so: a row of a
+    // catalog is hundreds of bytes, its cells a few each.
+    constexpr std::uint64_t lows = 0x7F7F7F7F7F7F7F7Fu;
+    auto const zeros = [](std::uint64_t x) { return ~(((x & lows) + lows) | x | lows); };
+    for (; at + 8 <= line.size(); at += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, line.data() + at, 8);
+        // The high bit of each byte that is a comma, or a quote.
+        std::uint64_t commas = zeros(word ^ 0x2C2C2C2C2C2C2C2Cu);
+        if (zeros(word ^ 0x2222222222222222u) != 0)
             return false;
-        if (line[i] == ',') {
-            cells.emplace_back(line.data() + from, i - from);
-            from = i + 1;
+        for (; commas != 0; commas &= commas - 1) {
+            std::size_t const comma = at + std::size_t(__builtin_ctzll(commas) / 8);
+            cell(line.substr(from, comma - from));
+            from = comma + 1;
         }
     }
-    cells.emplace_back(line.data() + from, line.size() - from);
+#endif
+    for (; at < line.size(); ++at) {
+        if (line[at] == '"')
+            return false;
+        if (line[at] == ',') {
+            cell(line.substr(from, at - from));
+            from = at + 1;
+        }
+    }
+    cell(line.substr(from));
     return true;
 }
 
@@ -176,7 +198,7 @@ bool _plainCells(std::string_view line, std::vector<std::string_view> &cells)
 void _cells(std::string_view line, std::vector<std::string_view> &cells, std::string &unquoted)
 {
     cells.clear();
-    if (_plainCells(line, cells))
+    if (_eachPlainCell(line, [&](std::string_view cell) { cells.push_back(cell); }))
         return;
     cells.clear();
     // Never longer than the row: the views stay valid while it fills.
@@ -200,8 +222,9 @@ void _cells(std::string_view line, std::vector<std::string_view> &cells, std::st
     cells.emplace_back(unquoted.data() + cell, unquoted.size() - cell);
 }
 
-// Hands the header's cells to `header` and then each row's to `row`, blank
-// lines skipped; false when a row has not as many cells as the header.
+// Hands the header's cells to `header` and then each row, blank lines
+// skipped, to `row`, which gives back its number of cells; false when a row
+// has not as many cells as the header.
 template <typename Header, typename Row>
 bool _eachCsvRow(QByteArray const &content, Header &&header, Row &&row, std::string &error)
 {
@@ -217,13 +240,12 @@ bool _eachCsvRow(QByteArray const &content, Header &&header, Row &&row, std::str
         std::string_view const line = _nextLine(text, at);
         if (_isBlank(line))
             continue;
-        _cells(line, cells, unquoted);
-        if (cells.size() != columns) {
+        std::size_t const count = row(line);
+        if (count != columns) {
             error = "malformed CSV: line " + std::to_string(number) + " has "
-                + std::to_string(cells.size()) + " cells, the header " + std::to_string(columns);
+                + std::to_string(count) + " cells, the header " + std::to_string(columns);
             return false;
         }
-        row(cells);
     }
     return true;
 }
@@ -231,44 +253,65 @@ bool _eachCsvRow(QByteArray const &content, Header &&header, Row &&row, std::str
 bool _readCsv(QByteArray const &content, std::vector<Fields> &records, std::string &error)
 {
     std::vector<std::string> keys;
+    std::vector<std::string_view> cells;
+    std::string unquoted;
     return _eachCsvRow(
         content,
-        [&](std::vector<std::string_view> const &cells) {
-            keys.assign(cells.begin(), cells.end());
+        [&](std::vector<std::string_view> const &header) {
+            keys.assign(header.begin(), header.end());
         },
-        [&](std::vector<std::string_view> const &cells) {
-            Fields record;
-            record.reserve(cells.size());
-            for (std::size_t i = 0; i < cells.size(); ++i)
-                record.append(keys[i], std::string(cells[i]));
-            records.push_back(std::move(record));
+        [&](std::string_view line) {
+            _cells(line, cells, unquoted);
+            if (cells.size() == keys.size()) {
+                Fields record;
+                record.reserve(cells.size());
+                for (std::size_t i = 0; i < cells.size(); ++i)
+                    record.append(keys[i], std::string(cells[i]));
+                records.push_back(std::move(record));
+            }
+            return cells.size();
         },
         error);
 }
 
-// The values of each row, through the column of each keyword found once in
-// the header: no record is built, as a catalog has tens of thousands of rows.
+// The values of each row, each cell going straight to the value of its
+// column's keyword, found once in the header: no record is built, as a
+// catalog has tens of thousands of rows.
 bool _csvValues(QByteArray const &content,
     std::function<void(TLEComposer::Values const &)> const &take, std::string &error)
 {
-    std::array<std::size_t, TLEComposer::KeywordCount> columns;
-    columns.fill(std::string_view::npos);
     TLEComposer::Values values;
+    // Where the cell of each column goes; columns of no keyword, and cells
+    // past the header's, go to `unused`.
+    std::optional<std::string_view> unused;
+    std::vector<std::optional<std::string_view> *> targets;
+    auto const target = [&](std::size_t column) {
+        return column < targets.size() ? targets[column] : &unused;
+    };
+    std::vector<std::string_view> cells;
+    std::string unquoted;
     return _eachCsvRow(
         content,
-        [&](std::vector<std::string_view> const &cells) {
+        [&](std::vector<std::string_view> const &header) {
+            targets.assign(header.size(), &unused);
             // The first of a repeated keyword counts, as in a record.
-            for (std::size_t i = cells.size(); i-- > 0;)
-                if (TLEComposer::Keyword const k = TLEComposer::keyword(cells[i]);
-                    k != TLEComposer::KeywordCount)
-                    columns[k] = i;
+            for (std::size_t i = header.size(); i-- > 0;)
+                if (TLEComposer::Keyword const k = TLEComposer::keyword(header[i]);
+                    k != TLEComposer::KeywordCount) {
+                    std::replace(targets.begin(), targets.end(), &values[k], &unused);
+                    targets[i] = &values[k];
+                }
         },
-        [&](std::vector<std::string_view> const &cells) {
-            for (std::size_t k = 0; k < columns.size(); ++k)
-                values[k] = columns[k] == std::string_view::npos
-                    ? std::nullopt
-                    : std::optional<std::string_view>(cells[columns[k]]);
-            take(values);
+        [&](std::string_view line) {
+            std::size_t column = 0;
+            if (!_eachPlainCell(line, [&](std::string_view cell) { *target(column++) = cell; })) {
+                _cells(line, cells, unquoted);
+                for (column = 0; column < cells.size(); ++column)
+                    *target(column) = cells[column];
+            }
+            if (column == targets.size())
+                take(values);
+            return column;
         },
         error);
 }
@@ -372,19 +415,22 @@ bool OmmReader::read(
     return false;
 }
 
-bool OmmReader::convert(QByteArray const &content, std::vector<CheckerTLE::TLE> &tles,
+bool OmmReader::convert(QByteArray const &content, std::string &text, std::size_t &sets,
     std::vector<std::string> &refusals, std::string &error)
 {
     // Kept apart until the whole content has been read: a malformed row near
     // the end of a CSV file leaves no set and no refusal behind.
-    std::vector<CheckerTLE::TLE> converted;
+    std::string converted;
+    // The sets are shorter than their records in every form; room that is
+    // never written costs no memory.
+    converted.reserve(std::size_t(content.size()));
     std::vector<std::string> refused;
     std::size_t count = 0;
+    std::size_t written = 0;
+    std::string reason;
     auto const compose = [&](TLEComposer::Values const &values) {
-        CheckerTLE::TLE tle;
-        std::string reason;
-        if (TLEComposer::compose(values, tle, reason))
-            converted.push_back(std::move(tle));
+        if (TLEComposer::appendSet(values, converted, reason))
+            ++written;
         else
             refused.push_back(_objectName(values, count) + " is refused: " + reason);
         ++count;
@@ -395,11 +441,11 @@ bool OmmReader::convert(QByteArray const &content, std::vector<CheckerTLE::TLE> 
         error = "holds no OMM record";
         return false;
     }
-    if (tles.empty())
-        tles.swap(converted);
-    else
-        tles.insert(tles.end(), std::make_move_iterator(converted.begin()),
-            std::make_move_iterator(converted.end()));
+    if (text.empty())
+        text.swap(converted);
+    else if (!converted.empty())
+        text.append("\n\n").append(converted);
+    sets += written;
     refusals.insert(refusals.end(), std::make_move_iterator(refused.begin()),
         std::make_move_iterator(refused.end()));
     return true;

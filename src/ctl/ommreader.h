@@ -25,10 +25,11 @@ public:
     // with the reason in `error`, when the content is of no form or malformed.
     static bool read(
         QByteArray const &content, std::vector<TLEComposer::Fields> &records, std::string &error);
-    // The TLE sets of the records of `content`, appended to `tles` in order,
-    // and for each record that can't be written one line naming the object
-    // and the reason, appended to `refusals`. False, both untouched and the
-    // reason in `error`, when the content can't be read or holds no record.
-    static bool convert(QByteArray const &content, std::vector<CheckerTLE::TLE> &tles,
+    // The TLE sets of the records of `content`, appended in order to `text`
+    // as the TLE list writes its sets and counted in `sets`, and for each
+    // record that can't be written one line naming the object and the reason,
+    // appended to `refusals`. False, all untouched and the reason in `error`,
+    // when the content can't be read or holds no record.
+    static bool convert(QByteArray const &content, std::string &text, std::size_t &sets,
         std::vector<std::string> &refusals, std::string &error);
 };

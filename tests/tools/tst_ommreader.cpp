@@ -55,6 +55,7 @@ private slots:
     void recordsKeepTheirValues();
     void csvSetsAreThoseOfItsRecords_data();
     void csvSetsAreThoseOfItsRecords();
+    void malformedCsvRowLeavesNothingBehind_data();
     void malformedCsvRowLeavesNothingBehind();
 };
 
@@ -169,6 +170,16 @@ void TestOmmReader::csvSetsAreThoseOfItsRecords_data()
     QTest::newRow("a keyword without its column") << QByteArray(_header).replace(",BSTAR", "")
             + "\n" + QByteArray(_iss).replace(",0.00019085", "")
                                                   << 1;
+    // Rows are read eight bytes at a time: commas and quotes in every place of a word.
+    for (int width = 1; width <= 17; ++width) {
+        QByteArray const name = QByteArray(width, 'N');
+        QTest::newRow(qPrintable(QStringLiteral("a name of %1 bytes, empty cells behind").arg(width)))
+            << _header + ",A,B,C\n" + QByteArray(_iss).replace("ISS (ZARYA)", name) + ",,,\n"
+            << 0;
+        QTest::newRow(qPrintable(QStringLiteral("a quote behind %1 bytes").arg(width)))
+            << _header + "\n" + QByteArray(_iss).replace("ISS (ZARYA)", name + "\"x,\"\"\"")
+            << 0;
+    }
 }
 
 void TestOmmReader::csvSetsAreThoseOfItsRecords()
@@ -180,12 +191,13 @@ void TestOmmReader::csvSetsAreThoseOfItsRecords()
     QVERIFY2(OmmReader::read(content, records, error), error.c_str());
     QStringList const expected = _composed(records);
 
-    std::vector<CheckerTLE::TLE> tles;
+    std::string text;
+    std::size_t sets = 0;
     std::vector<std::string> refusals;
-    QVERIFY2(OmmReader::convert(content, tles, refusals, error), error.c_str());
-    QStringList converted;
-    for (CheckerTLE::TLE const &tle : tles)
-        converted << QString::fromStdString(tle.line0 + "\n" + tle.line1 + "\n" + tle.line2);
+    QVERIFY2(OmmReader::convert(content, text, sets, refusals, error), error.c_str());
+    QStringList converted = QString::fromStdString(text).split(QStringLiteral("\n\n"));
+    converted.removeAll(QString());
+    QCOMPARE(int(sets), converted.size());
     for (std::string const &refusal : refusals)
         converted << "refused: "
                 + QString::fromStdString(refusal.substr(refusal.find(" is refused: ") + 13));
@@ -196,17 +208,33 @@ void TestOmmReader::csvSetsAreThoseOfItsRecords()
     QCOMPARE(int(refusals.size()), refused);
 }
 
+void TestOmmReader::malformedCsvRowLeavesNothingBehind_data()
+{
+    QTest::addColumn<QByteArray>("row");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("too few cells") << QByteArray("1,2")
+                                   << QByteArray("malformed CSV: line 4 has 2 cells, the header 17");
+    QTest::newRow("too many cells")
+        << _iss + ",1" << QByteArray("malformed CSV: line 4 has 18 cells, the header 17");
+    QTest::newRow("too many cells, one quoted")
+        << _iss + ",\"1,2\"" << QByteArray("malformed CSV: line 4 has 18 cells, the header 17");
+}
+
 void TestOmmReader::malformedCsvRowLeavesNothingBehind()
 {
-    QByteArray const content
-        = _header + "\n" + _iss + "\n" + QByteArray(_iss).replace("25544", "340000") + "\n1,2\n";
-    std::vector<CheckerTLE::TLE> tles(1);
+    QFETCH(QByteArray, row);
+    QFETCH(QByteArray, message);
+    QByteArray const content = _header + "\n" + _iss + "\n"
+        + QByteArray(_iss).replace("25544", "340000") + "\n" + row + "\n";
+    std::string text = "earlier sets";
+    std::size_t sets = 1;
     std::vector<std::string> refusals;
     std::string error;
-    QVERIFY(!OmmReader::convert(content, tles, refusals, error));
-    QCOMPARE(tles.size(), std::size_t(1));
+    QVERIFY(!OmmReader::convert(content, text, sets, refusals, error));
+    QCOMPARE(text, std::string("earlier sets"));
+    QCOMPARE(sets, std::size_t(1));
     QVERIFY(refusals.empty());
-    QCOMPARE(error, std::string("malformed CSV: line 4 has 2 cells, the header 17"));
+    QCOMPARE(error, message.toStdString());
 }
 
 QTEST_APPLESS_MAIN(TestOmmReader)
