@@ -165,15 +165,16 @@ template <typename Cell> bool _eachPlainCell(std::string_view line, Cell &&cell)
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     // Eight bytes at a time where the machine reads a word so: a row of a
     // catalog is hundreds of bytes, its cells a few each.
+    constexpr std::uint64_t ones = 0x0101010101010101u;
     constexpr std::uint64_t lows = 0x7F7F7F7F7F7F7F7Fu;
+    // The high bit of each byte of `x` that is zero, and no other bit.
     auto const zeros = [](std::uint64_t x) { return ~(((x & lows) + lows) | x | lows); };
     for (; at + 8 <= line.size(); at += 8) {
         std::uint64_t word;
         std::memcpy(&word, line.data() + at, 8);
-        // The high bit of each byte that is a comma, or a quote.
-        std::uint64_t commas = zeros(word ^ 0x2C2C2C2C2C2C2C2Cu);
-        if (zeros(word ^ 0x2222222222222222u) != 0)
+        if (zeros(word ^ (ones * '"')) != 0)
             return false;
+        std::uint64_t commas = zeros(word ^ (ones * ','));
         for (; commas != 0; commas &= commas - 1) {
             std::size_t const comma = at + std::size_t(__builtin_ctzll(commas) / 8);
             cell(line.substr(from, comma - from));
