@@ -9,7 +9,6 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>

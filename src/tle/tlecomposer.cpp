@@ -243,10 +243,10 @@ bool _putMeanMotion(double value, char *at)
     return _putFixed(value, 8, 11, at);
 }
 
-// A decimal written as a field writes it: an optional minus, whole digits
-// without zeros in front, a point and exactly `decimals` decimals. Reading
-// such a text and rounding it to its own decimals gives back its digits, so
-// the fields below copy it as it stands; a catalog writes its numbers so.
+// Whether `text` is spelt as a field spells its number: an optional minus,
+// whole digits without zeros in front, a point and exactly `decimals`
+// decimals. Reading such a text and rounding it to its own decimals gives back
+// its digits, so the fields below copy it as it stands; catalogs spell so.
 bool _isWrittenWith(std::string_view text, std::size_t decimals)
 {
     std::size_t const sign = !text.empty() && text[0] == '-' ? 1 : 0;
